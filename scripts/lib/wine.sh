@@ -21,6 +21,21 @@ wine_with_settings() {
         DXVK_LOG_LEVEL=none DXVK_LOG_PATH=none "$@"
 }
 
+# A program that crashes ends, instead of showing a dialog that nobody sees. Wine keeps its hands
+# off the display's modes, and so reports 60 Hz: Xvfb's 0 Hz is a number that DXVK divides by.
+wine_registry() {
+    cat <<'END'
+Windows Registry Editor Version 5.00
+
+[HKEY_CURRENT_USER\Software\Wine\WineDbg]
+"ShowCrashDialog"=dword:00000000
+
+[HKEY_CURRENT_USER\Software\Wine\X11 Driver]
+"UseXRandR"="N"
+"UseXVidMode"="N"
+END
+}
+
 # A new prefix takes some 15 seconds. The lock lets programs that start together share it.
 wine_make_prefix() {
     local loader=$1
@@ -31,9 +46,7 @@ wine_make_prefix() {
         message_work "making the Wine prefix $WINE_PREFIX" >&2
         rm -rf "$WINE_PREFIX"
         wine_with_settings "$loader" wineboot --init >/dev/null 2>&1 9>&- || exit 1
-        # A program that crashes ends, instead of showing a dialog that nobody sees.
-        wine_with_settings "$loader" reg add 'HKCU\Software\Wine\WineDbg' \
-            /v ShowCrashDialog /t REG_DWORD /d 0 /f >/dev/null 2>&1 9>&- || exit 1
+        wine_with_settings "$loader" regedit /S - >/dev/null 2>&1 9>&- < <(wine_registry) || exit 1
         touch "$WINE_PREFIX/.complete"
     ) 9>"$WINE_PREFIX.lock" || fail "Wine could not make the prefix $WINE_PREFIX"
 }
