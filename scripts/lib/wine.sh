@@ -14,21 +14,19 @@ wine_loader() {
 }
 
 # wine_with_settings COMMAND...: no debug output, DXVK's Direct3D where it lies beside the
-# program, and no offers to install Mono or Gecko.
+# program, and no offers to install Mono or Gecko. Wine's debugger stays away, since a program that
+# crashed under it ends with exit status 0.
 wine_with_settings() {
     WINEPREFIX=$WINE_PREFIX WINEARCH=win64 WINEDEBUG=-all \
-        WINEDLLOVERRIDES='d3d11,dxgi=n,b;mscoree,mshtml=' \
+        WINEDLLOVERRIDES='d3d11,dxgi=n,b;mscoree,mshtml,winedbg.exe=' \
         DXVK_LOG_LEVEL=none DXVK_LOG_PATH=none "$@"
 }
 
-# A program that crashes ends, instead of showing a dialog that nobody sees. Wine keeps its hands
-# off the display's modes, and so reports 60 Hz: Xvfb's 0 Hz is a number that DXVK divides by.
+# Wine keeps its hands off the display's modes, and so reports 60 Hz: Xvfb's 0 Hz is a number that
+# DXVK divides by.
 wine_registry() {
     cat <<'END'
 Windows Registry Editor Version 5.00
-
-[HKEY_CURRENT_USER\Software\Wine\WineDbg]
-"ShowCrashDialog"=dword:00000000
 
 [HKEY_CURRENT_USER\Software\Wine\X11 Driver]
 "UseXRandR"="N"
