@@ -25,7 +25,7 @@ private:
         void operator()(void* library) const;
     };
     struct DestroyModule {
-        void (*destroy)(core::Module*) = nullptr;
+        void (*destroy)(core::Module*);
         void operator()(core::Module* module) const { destroy(module); }
     };
 
