@@ -3,7 +3,7 @@
 # a private apt configuration in the cache folder, made from the mirror and the key
 # that the machine's own sources name. The system's sources stay as they are.
 
-# Prints "URI<tab>KEYRING" for every Debian archive in the machine's sources, in their order.
+# Prints "URI<tab>SUITE<tab>KEYRING" for every Debian archive in the machine's sources, in their order.
 debian_archives() {
     local file
     for file in /etc/apt/sources.list /etc/apt/sources.list.d/*.list; do
