@@ -72,7 +72,7 @@ ParsedArguments parseArguments(const std::vector<std::string>& arguments) {
     defineTests(app, options);
     defineRun(app, options);
     try {
-        app.parse({arguments.rbegin(), arguments.rend()});
+        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
     } catch (const CLI::CallForHelp&) {
         const auto chosen = app.get_subcommands();
         return {std::nullopt, chosen.empty() ? app.help() : chosen.front()->help()};
