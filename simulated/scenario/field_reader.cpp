@@ -77,8 +77,8 @@ bool FieldReader::flag(const std::string& field, bool fallback) {
 double FieldReader::real(const std::string& field, double least, double most) {
     const auto& value = require(field);
     if (!value.is_number() || value.get<double>() < least || value.get<double>() > most) {
-        fail(field, "must be a number from " + std::to_string(least) + " to " + std::to_string(most) + ", is " +
-                        value.dump());
+        fail(field, "must be a number from " + std::to_string(least) + " to " + std::to_string(most) +
+                        ", is " + value.dump());
     }
     return value.get<double>();
 }
@@ -167,7 +167,8 @@ std::vector<FieldReader> FieldReader::objects(const std::string& field) {
 void FieldReader::finish() const {
     for (const auto& [field, value] : object_->items()) {
         if (!known_.contains(field)) {
-            fail(field, "is not a field of a scenario here; known are " + join({known_.begin(), known_.end()}));
+            fail(field,
+                 "is not a field of a scenario here; known are " + join({known_.begin(), known_.end()}));
         }
     }
 }

@@ -20,13 +20,13 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// Reads the fields of one JSON object, knows where it stands in the file, and refuses what it does not know. Every
-/// reading function throws `ScenarioError`; those without a fallback also for a missing field.
+/// Reads the fields of one JSON object, knows where it stands in the file, and refuses what it does not know.
+/// Every reading function throws `ScenarioError`; those without a fallback also for a missing field.
 class FieldReader {
 public:
     /// `path` is how a message names the object ("cards[0]"), empty for the whole file.
-    FieldReader(std::shared_ptr<const nlohmann::json> document, const nlohmann::json& object, std::string file,
-                std::string path);
+    FieldReader(std::shared_ptr<const nlohmann::json> document, const nlohmann::json& object,
+                std::string file, std::string path);
 
     [[nodiscard]] bool has(const std::string& field) const;
 
@@ -42,7 +42,8 @@ public:
     [[nodiscard]] std::size_t choice(const std::string& field, const std::vector<std::string>& words);
     /// A named number of the map, or any number.
     [[nodiscard]] std::uint64_t namedNumber(const std::string& field,
-                                            const std::map<std::string, std::uint64_t>& names, std::uint64_t most,
+                                            const std::map<std::string, std::uint64_t>& names,
+                                            std::uint64_t most,
                                             std::optional<std::uint64_t> fallback = std::nullopt);
 
     /// A nested object; nothing if the field is absent.
@@ -69,7 +70,8 @@ private:
     std::set<std::string> known_;
 };
 
-/// Reads a file and hands out its outermost object. Throws `ScenarioError` for a file that is missing or no JSON.
+/// Reads a file and hands out its outermost object. Throws `ScenarioError` for a file that is missing or no
+/// JSON.
 [[nodiscard]] FieldReader readJsonFile(const std::string& file);
 
 } // namespace vexil::simulated

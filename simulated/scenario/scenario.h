@@ -18,8 +18,8 @@ struct Scenario {
 /// Reads and checks a scenario file, every section of it. Throws `ScenarioError`.
 [[nodiscard]] Scenario loadScenario(const std::string& file);
 
-/// The file that the environment variable VEXIL_SCENARIO names: how the stand-in libraries of one process learn of
-/// their machine. Nothing where the variable is absent or empty.
+/// The file that the environment variable VEXIL_SCENARIO names: how the stand-in libraries of one process
+/// learn of their machine. Nothing where the variable is absent or empty.
 [[nodiscard]] std::optional<std::string> scenarioFileOfProcess();
 
 } // namespace vexil::simulated

@@ -24,7 +24,9 @@ public:
         const bool isPath = text.find_first_of("\\/") != std::string::npos;
         return library == nullptr && isPath ? platform::openLibraryPath(text) : library;
     }
-    void* resolve(void* library, const char* symbol) override { return platform::librarySymbol(library, symbol); }
+    void* resolve(void* library, const char* symbol) override {
+        return platform::librarySymbol(library, symbol);
+    }
     void release(void* library) override { platform::closeLibrary(library); }
 };
 
@@ -36,7 +38,8 @@ public:
     double secondsBetween(std::uint32_t start, std::uint32_t end) override { return (end - start) / 1000.0; }
     std::uint32_t now() override {
         const auto time = std::chrono::steady_clock::now().time_since_epoch();
-        return static_cast<std::uint32_t>(std::chrono::duration_cast<std::chrono::milliseconds>(time).count());
+        return static_cast<std::uint32_t>(
+            std::chrono::duration_cast<std::chrono::milliseconds>(time).count());
     }
 };
 

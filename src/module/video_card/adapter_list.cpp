@@ -18,7 +18,8 @@ constexpr DeviceGuid displayClass = {
     0x4D36E968, 0xE325, 0x11CE, {0xBF, 0xC1, 0x08, 0x00, 0x2B, 0xE1, 0x03, 0x18}};
 
 void readRecord(Machine& machine, const SystemList& list, const AdapterProperties& properties,
-                const std::vector<std::string>& paths, std::uint32_t index, std::vector<AdapterRecord>& records) {
+                const std::vector<std::string>& paths, std::uint32_t index,
+                std::vector<AdapterRecord>& records) {
     if (!properties.isDisplayController(index)) {
         return;
     }
@@ -41,7 +42,8 @@ void readRecord(Machine& machine, const SystemList& list, const AdapterPropertie
     records.push_back(std::move(record));
 }
 
-std::vector<AdapterRecord> readPass(Machine& machine, const SystemList& list, const WinDeviceScanFilter& filter) {
+std::vector<AdapterRecord> readPass(Machine& machine, const SystemList& list,
+                                    const WinDeviceScanFilter& filter) {
     std::vector<AdapterRecord> records;
     SystemDeviceList::InterfacePaths paths;
     if (list.devices->scan(filter, paths) != 0) {
@@ -79,7 +81,8 @@ bool anyDisplayDevice(Machine& machine, const SystemList& list) {
     const AdapterProperties properties(*list.devices, machine.numbers());
     const auto count = list.devices->count();
     for (std::uint32_t index = 0; index < count; ++index) {
-        if (properties.isDisplayController(index) && properties.location(index) && properties.hardwareIds(index)) {
+        if (properties.isDisplayController(index) && properties.location(index) &&
+            properties.hardwareIds(index)) {
             return true;
         }
     }
@@ -95,7 +98,8 @@ std::string driverVersionFor(Machine& machine, const std::string& manufacturer) 
         return version;
     }
     version.clear();
-    return machine.queryCim(property, "DeviceClass = 'DISPLAY'", className, version) ? version : std::string();
+    return machine.queryCim(property, "DeviceClass = 'DISPLAY'", className, version) ? version
+                                                                                     : std::string();
 }
 
 } // namespace vexil::module::video_card

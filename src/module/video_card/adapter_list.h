@@ -23,8 +23,8 @@ struct SystemList {
 /// Whether the machine has any display controller with a location and ids.
 [[nodiscard]] bool anyDisplayDevice(Machine& machine, const SystemList& list);
 
-/// The version of the signed driver of that provider or, failing that, of any display driver: on a machine with two
-/// it can be the other card's. Empty if none is known.
+/// The version of the signed driver of that provider or, failing that, of any display driver: on a machine
+/// with two it can be the other card's. Empty if none is known.
 [[nodiscard]] std::string driverVersionFor(Machine& machine, const std::string& manufacturer);
 
 } // namespace vexil::module::video_card

@@ -28,7 +28,8 @@ std::string_view wholeSequence(const char* text) {
 }
 
 /// The first three runs of decimal digits.
-std::optional<std::array<std::uint32_t, 3>> firstThreeNumbers(const std::string& text, NumberHandler& numbers) {
+std::optional<std::array<std::uint32_t, 3>> firstThreeNumbers(const std::string& text,
+                                                              NumberHandler& numbers) {
     constexpr const char* digits = "0123456789";
     std::array<std::uint32_t, 3> result{};
     std::size_t position = 0;
@@ -75,7 +76,8 @@ std::optional<std::string> AdapterProperties::location(std::uint32_t index) cons
     }
     const auto [bus, device, function] = *numbers;
     std::ostringstream stream;
-    stream << std::setfill('0') << std::hex << std::setw(2) << bus << ':' << std::setw(2) << device << '.' << function;
+    stream << std::setfill('0') << std::hex << std::setw(2) << bus << ':' << std::setw(2) << device << '.'
+           << function;
     return stream.str();
 }
 

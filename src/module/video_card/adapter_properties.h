@@ -17,8 +17,8 @@ struct HardwareIds {
     std::string deviceId;
 };
 
-/// Reads what the system says of one device and takes it apart. Nothing is answered for a device that lacks the
-/// property or has it in another form.
+/// Reads what the system says of one device and takes it apart. Nothing is answered for a device that lacks
+/// the property or has it in another form.
 class AdapterProperties {
 public:
     AdapterProperties(SystemDeviceList& list, NumberHandler& numbers) : list_(list), numbers_(numbers) {}

@@ -28,7 +28,8 @@ Device::Device(const AdapterRecord& adapter, const DeviceServices& services) : a
     displayName_ = std::move(identity.displayName);
     rows_ = std::move(identity.rows);
 
-    if (adapter_.vendorId == vocabulary::nvidiaVendorId && isCudaDriverOutOfDate(services.cudaDriverVersion)) {
+    if (adapter_.vendorId == vocabulary::nvidiaVendorId &&
+        isCudaDriverOutOfDate(services.cudaDriverVersion)) {
         notices_.push_back(keys::cudaDriverOutToDate);
     }
     const auto row = std::ranges::find(rows_, keys::udi, &core::KeyValue::first);

@@ -16,7 +16,8 @@ struct AdapterRecord;
 /// What a card is called and what is shown of it, as far as the system list tells.
 struct DeviceIdentity {
     static constexpr std::int32_t complete = 0;
-    static constexpr std::int32_t badLocation = 39; ///< what had been found until then stands in the other fields
+    static constexpr std::int32_t badLocation =
+        39; ///< what had been found until then stands in the other fields
 
     std::int32_t status = complete;
     std::string id;
@@ -25,6 +26,7 @@ struct DeviceIdentity {
 };
 
 /// Never throws for a poor record.
-[[nodiscard]] DeviceIdentity identify(const AdapterRecord& adapter, StringHandler& strings, NumberHandler& numbers);
+[[nodiscard]] DeviceIdentity identify(const AdapterRecord& adapter, StringHandler& strings,
+                                      NumberHandler& numbers);
 
 } // namespace vexil::module::video_card

@@ -72,7 +72,8 @@ void DeviceScanner::scan(std::shared_ptr<core::DeviceScanListener> listener) {
         device->setStatistics(takeSources(statistics, adapter));
         devices_.push_back(std::move(device));
     }
-    // The cards in the machine come before the graphics in the processor. The order inside each half is not kept.
+    // The cards in the machine come before the graphics in the processor. The order inside each half is not
+    // kept.
     std::partition(devices_.begin(), devices_.end(), [](const auto& device) { return !isIntel(device); });
 
     for (const auto& device : devices_) {
@@ -86,8 +87,8 @@ void DeviceScanner::checkPresence(std::shared_ptr<core::DeviceScanListener> list
 }
 
 std::weak_ptr<core::Device> DeviceScanner::findDevice(std::string id) const {
-    const auto found =
-        std::ranges::find_if(devices_, [&](const std::shared_ptr<Device>& device) { return device->id() == id; });
+    const auto found = std::ranges::find_if(
+        devices_, [&](const std::shared_ptr<Device>& device) { return device->id() == id; });
     return found == devices_.end() ? std::weak_ptr<core::Device>() : *found;
 }
 

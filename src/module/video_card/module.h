@@ -13,8 +13,8 @@ class DeviceScanner;
 class Machine;
 class VideoCardDispatcher;
 
-/// The module as the host gets it. Its worker threads run from the moment that it is made; nothing touches a card
-/// until the host scans.
+/// The module as the host gets it. Its worker threads run from the moment that it is made; nothing touches a
+/// card until the host scans.
 class Module final : public core::Module {
 public:
     /// `hardwareThreads` as the standard library reports it, 0 if unknown.

@@ -22,15 +22,16 @@ struct LuidFunctions {
 };
 
 LuidFunctions lookUpLuidFunctions() {
-    // A reference of its own, never given back: the functions are remembered for the process, the scanner's library
-    // only for as long as the scanner.
+    // A reference of its own, never given back: the functions are remembered for the process, the scanner's
+    // library only for as long as the scanner.
     void* library = getModule()->load(platform::kernelGraphicsLibrary(), 1);
     if (library == nullptr) {
         return {};
     }
-    return {reinterpret_cast<d3dkmt::OpenAdapterFromDeviceNameFunction>(
-                getModule()->resolve(library, "D3DKMTOpenAdapterFromDeviceName")),
-            reinterpret_cast<d3dkmt::CloseAdapterFunction>(getModule()->resolve(library, "D3DKMTCloseAdapter"))};
+    return {
+        reinterpret_cast<d3dkmt::OpenAdapterFromDeviceNameFunction>(
+            getModule()->resolve(library, "D3DKMTOpenAdapterFromDeviceName")),
+        reinterpret_cast<d3dkmt::CloseAdapterFunction>(getModule()->resolve(library, "D3DKMTCloseAdapter"))};
 }
 
 class SystemMachine final : public Machine {

@@ -6,8 +6,8 @@
 
 namespace vexil::module::video_card {
 
-/// Adds to the suite's dispatcher that two stress tests never run at once, even on two cards. Its three questions
-/// need a non-null execution, since they look at the test first.
+/// Adds to the suite's dispatcher that two stress tests never run at once, even on two cards. Its three
+/// questions need a non-null execution, since they look at the test first.
 class VideoCardDispatcher final : public utils::GeneralDiagnosticDispatcher {
 public:
     using GeneralDiagnosticDispatcher::GeneralDiagnosticDispatcher;

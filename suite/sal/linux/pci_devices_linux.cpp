@@ -84,7 +84,8 @@ std::vector<std::string> compatibleIds(const PciDevice& pci) {
 /// The name for people, which the database puts in brackets behind that of the chip.
 std::string tradeName(const std::string& name) {
     const auto open = name.rfind('[');
-    return open != std::string::npos && name.ends_with(']') ? name.substr(open + 1, name.size() - open - 2) : name;
+    return open != std::string::npos && name.ends_with(']') ? name.substr(open + 1, name.size() - open - 2)
+                                                            : name;
 }
 
 /// A display controller with a kernel driver for graphics behind it.

@@ -40,7 +40,8 @@ PciNames lookUpPciNames(const std::filesystem::path& database, std::uint32_t ven
             continue;
         }
         // Devices stand below their vendor behind one tabulator, subsystems behind two.
-        if (line.front() != '\t' || (line.size() > 1 && line[1] != '\t' && readName(line, 1, deviceId, names.device))) {
+        if (line.front() != '\t' ||
+            (line.size() > 1 && line[1] != '\t' && readName(line, 1, deviceId, names.device))) {
             break;
         }
     }

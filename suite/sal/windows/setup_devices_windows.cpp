@@ -18,7 +18,8 @@ public:
     explicit DeviceInformation(const WinDeviceScanFilter& filter) {
         const GUID interfaceGuid = toGuid(filter.interfaceGuid);
         set_ = asksForInterface(filter)
-                   ? SetupDiGetClassDevsW(&interfaceGuid, nullptr, nullptr, DIGCF_PRESENT | DIGCF_DEVICEINTERFACE)
+                   ? SetupDiGetClassDevsW(&interfaceGuid, nullptr, nullptr,
+                                          DIGCF_PRESENT | DIGCF_DEVICEINTERFACE)
                    : SetupDiGetClassDevsW(nullptr, nullptr, nullptr, DIGCF_PRESENT | DIGCF_ALLCLASSES);
         if (set_ == INVALID_HANDLE_VALUE) {
             throw std::runtime_error("the system gives no device list");
@@ -46,8 +47,9 @@ std::wstring readProperty(HDEVINFO set, SP_DEVINFO_DATA& device, DWORD property)
     DWORD size = 0;
     SetupDiGetDeviceRegistryPropertyW(set, &device, property, nullptr, nullptr, 0, &size);
     std::wstring text(size / sizeof(wchar_t), L'\0');
-    if (text.empty() || !SetupDiGetDeviceRegistryPropertyW(set, &device, property, nullptr,
-                                                           reinterpret_cast<BYTE*>(text.data()), size, nullptr)) {
+    if (text.empty() ||
+        !SetupDiGetDeviceRegistryPropertyW(set, &device, property, nullptr,
+                                           reinterpret_cast<BYTE*>(text.data()), size, nullptr)) {
         return {};
     }
     return text;

@@ -7,8 +7,8 @@
 
 namespace vexil::module::video_card {
 
-/// The live values of one card, each from the first of its sources that can tell. Every query asks afresh, so a
-/// source that fails now may answer the next time.
+/// The live values of one card, each from the first of its sources that can tell. Every query asks afresh, so
+/// a source that fails now may answer the next time.
 class CompositeVideCardStatistics final : public VideoCardStatistics {
 public:
     /// One entry for each kind of source in the order ADL, NVAPI, Intel, D3DKMT; any may be empty.

@@ -16,7 +16,8 @@ StatisticsSources sourcesOf(const StatisticsScan& scan) {
     return sources;
 }
 
-std::unique_ptr<VideoCardStatistics> takeFirstMatch(StatisticsSources& sources, const AdapterRecord& adapter) {
+std::unique_ptr<VideoCardStatistics> takeFirstMatch(StatisticsSources& sources,
+                                                    const AdapterRecord& adapter) {
     for (auto& source : sources) {
         if (source && source->matches(adapter)) {
             return std::exchange(source, nullptr);

@@ -40,12 +40,12 @@ struct StatisticsScans {
     StatisticsScan nvapi; ///< throws a plain integer, the NVAPI status, where NVAPI cannot be initialised
 };
 
-/// Runs the scans in the order ADL, Intel, D3DKMT, NVAPI. NVAPI's integer is caught and leaves its list empty; any
-/// other exception leaves this function and ends the device scan.
+/// Runs the scans in the order ADL, Intel, D3DKMT, NVAPI. NVAPI's integer is caught and leaves its list
+/// empty; any other exception leaves this function and ends the device scan.
 [[nodiscard]] StatisticsSourceLists scanStatistics(const StatisticsScans& scans);
 
-/// Takes the first source of each list that matches the adapter out of it, leaving an empty entry there, and makes
-/// the card's composite of the four, empty ones included.
+/// Takes the first source of each list that matches the adapter out of it, leaving an empty entry there, and
+/// makes the card's composite of the four, empty ones included.
 [[nodiscard]] std::unique_ptr<VideoCardStatistics> takeSources(StatisticsSourceLists& lists,
                                                                const AdapterRecord& adapter);
 
