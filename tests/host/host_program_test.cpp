@@ -33,7 +33,7 @@ protected:
         std::ostringstream err;
         const auto folder = platform::programFolder();
         arguments.insert(arguments.end(),
-                         {"--module", toUtf8(folder / "host_tests" / VEXIL_FAKE_MODULE_FILE)});
+                         {"--module", toUtf8(folder / "fake_modules" / VEXIL_FAKE_MODULE_FILE)});
         const HostEnvironment environment{
             out, err, {}, folder, userLanguage_, "Some OS 1", hardwareThreads_, true, cancel_};
         const int code = runHost(arguments, environment);

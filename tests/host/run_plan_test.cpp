@@ -1,5 +1,6 @@
 #include "host/core/exit_code.h"
 #include "host/core/run_plan.h"
+#include "host/core/run_reporter.h"
 #include "host/core/test_catalogue.h"
 #include "host/fake_module/fake_module.h"
 #include "host/fake_module/fake_tests.h"
