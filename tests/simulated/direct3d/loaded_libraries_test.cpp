@@ -1,9 +1,7 @@
+#include "host/platform/libraries.h"
+#include "host/platform/process.h"
 #include "module/video_card/direct3d/dx11_context.h"
-#include "platform/direct3d_environment.h"
 #include "platform/library_names.h"
-#include "platform/shared_library.h"
-#include "support/environment.h"
-#include "support/program_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -14,18 +12,19 @@
 namespace vexil::tests {
 namespace {
 
+using host::platform::openForProcess;
+using host::platform::programFolder;
+using host::platform::setEnvironmentVariable;
 using module::video_card::createAllDx11Contexts;
-using module::video_card::createDx11Context;
 using module::video_card::enumerateAdapters;
 
 class LoadedDirect3DLibraries : public testing::Test {
 protected:
     static void SetUpTestSuite() {
-        setEnvironment("VEXIL_SCENARIO", VEXIL_TEST_DATA "/two_cards.json");
-        platform::prepareDirect3D();
+        setEnvironmentVariable("VEXIL_SCENARIO", VEXIL_TEST_DATA "/two_cards.json");
         for (const char* name : {platform::dxgiLibrary(), platform::direct3dLibrary()}) {
-            const auto path = programFolder() / "simulated" / name;
-            ASSERT_NE(platform::openLibraryPath(path.string()), nullptr) << path;
+            std::string reason;
+            ASSERT_NE(openForProcess(programFolder() / "simulated" / name, reason), nullptr) << reason;
         }
     }
 
@@ -91,11 +90,11 @@ TEST_F(LoadedDirect3DLibraries, BringTheFaultsOfTheScenario) {
 }
 
 TEST_F(LoadedDirect3DLibraries, ReadTheScenarioAgainForEveryScan) {
-    setEnvironment("VEXIL_SCENARIO", VEXIL_TEST_DATA "/no_such_file.json");
+    setEnvironmentVariable("VEXIL_SCENARIO", VEXIL_TEST_DATA "/no_such_file.json");
     EXPECT_TRUE(enumerateAdapters().empty());
-    setEnvironment("VEXIL_SCENARIO", "");
+    setEnvironmentVariable("VEXIL_SCENARIO", "");
     EXPECT_TRUE(enumerateAdapters().empty());
-    setEnvironment("VEXIL_SCENARIO", VEXIL_TEST_DATA "/two_cards.json");
+    setEnvironmentVariable("VEXIL_SCENARIO", VEXIL_TEST_DATA "/two_cards.json");
     EXPECT_EQ(enumerateAdapters().size(), 2U);
 }
 
