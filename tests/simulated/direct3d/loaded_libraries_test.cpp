@@ -7,8 +7,8 @@
 
 #include <string>
 
-// One process, as a host makes it: the stand-ins are loaded by their paths, and from then on they are what the names
-// of the real libraries mean.
+// One process, as a host makes it: the stand-ins are loaded by their paths, and from then on they are what
+// the names of the real libraries mean.
 namespace vexil::tests {
 namespace {
 
