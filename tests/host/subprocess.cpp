@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
@@ -30,7 +31,9 @@ std::string quoted(const std::string& text) { return '"' + text + '"'; }
 
 ProgramEnd runProgram(const std::vector<std::string>& arguments) {
     const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
-    const auto base = std::filesystem::path(::testing::TempDir()) / (std::string("vxe_host_") + test->name());
+    std::string name = test->name();
+    std::ranges::replace(name, '/', '_');
+    const auto base = std::filesystem::path(::testing::TempDir()) / ("vxe_host_" + name);
     auto command = quoted(toUtf8(platform::programFolder() / "vxe-host"));
     for (const auto& argument : arguments) {
         command += ' ' + quoted(argument);
