@@ -86,14 +86,14 @@ void SurfaceTimes::end(SurfaceStep step) {
     }
 }
 
-SurfaceTimes::Steps SurfaceTimes::medians() const {
+SurfaceTimes::Steps SurfaceTimes::quantiles(double part) const {
     Steps result{};
     for (std::size_t step = 0; step < result.size(); ++step) {
         std::vector<double> values;
         for (const auto& surface : surfaces_) {
             values.push_back(surface[step]);
         }
-        result[step] = median(values);
+        result[step] = quantile(values, part);
     }
     return result;
 }

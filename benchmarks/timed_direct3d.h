@@ -21,8 +21,8 @@ public:
     /// The first step of a surface begins now.
     void begin() { last_ = Clock::now(); }
 
-    /// Median of each step over all surfaces, in milliseconds.
-    [[nodiscard]] Steps medians() const;
+    /// Of each step the quantile over all surfaces, in milliseconds.
+    [[nodiscard]] Steps quantiles(double part) const;
     /// Of each surface, all its steps in milliseconds.
     [[nodiscard]] std::vector<double> totals() const;
 
