@@ -1,0 +1,11 @@
+#pragma once
+
+// The file names under which this platform installs the libraries that the module loads at run time.
+namespace vexil::platform {
+
+[[nodiscard]] const char* direct3dLibrary();       ///< exports `D3D11CreateDevice`
+[[nodiscard]] const char* dxgiLibrary();           ///< exports `CreateDXGIFactory`
+[[nodiscard]] const char* kernelGraphicsLibrary(); ///< exports the `D3DKMT` functions
+[[nodiscard]] const char* cudaDriverLibrary();     ///< exports the CUDA driver's functions
+
+} // namespace vexil::platform

@@ -1,0 +1,52 @@
+#include "platform/direct3d_environment.h"
+
+#include "platform/shared_library.h"
+
+#include <cstdint>
+#include <cstdlib>
+#include <mutex>
+
+namespace vexil::platform {
+
+namespace {
+
+constexpr const char* windowSystemLibrary = "libSDL2-2.0.so.0";
+constexpr const char* headlessWindowSystemLibrary = "libvexil_headless_sdl.so";
+
+/// `SDL_INIT_VIDEO` of SDL's public interface.
+constexpr std::uint32_t videoSubsystem = 0x20;
+
+/// True once the window system is up on an X11 display. Without one the Direct3D library would crash in it.
+bool startWindowSystem() {
+    const char* display = std::getenv("DISPLAY");
+    if (display == nullptr || *display == '\0') {
+        return false;
+    }
+    void* library = openTrustedLibrary(windowSystemLibrary);
+    if (library == nullptr) {
+        return false;
+    }
+    setenv("SDL_VIDEODRIVER", "x11", 0);
+    const auto start = reinterpret_cast<int (*)(std::uint32_t)>(librarySymbol(library, "SDL_InitSubSystem"));
+    return start != nullptr && start(videoSubsystem) == 0;
+}
+
+void prepare() {
+    setenv("DXVK_WSI_DRIVER", "SDL2", 0);
+    // The library would otherwise leave log files in the user's working directory.
+    setenv("DXVK_LOG_PATH", "none", 0);
+    setenv("DXVK_LOG_LEVEL", "none", 0);
+    if (!startWindowSystem()) {
+        // It answers to the window system's name, so the Direct3D library finds this one: "no displays".
+        static_cast<void>(openTrustedLibrary(headlessWindowSystemLibrary));
+    }
+}
+
+} // namespace
+
+void prepareDirect3D() {
+    static std::once_flag once;
+    std::call_once(once, prepare);
+}
+
+} // namespace vexil::platform

@@ -1,0 +1,10 @@
+#include "platform/library_names.h"
+
+namespace vexil::platform {
+
+const char* direct3dLibrary() { return "libdxvk_d3d11.so.0"; }
+const char* dxgiLibrary() { return "libdxvk_dxgi.so.0"; }
+const char* kernelGraphicsLibrary() { return "libvexil_kernel_graphics.so"; }
+const char* cudaDriverLibrary() { return "libcuda.so.1"; }
+
+} // namespace vexil::platform

@@ -1,0 +1,10 @@
+#include "platform/library_names.h"
+
+namespace vexil::platform {
+
+const char* direct3dLibrary() { return "d3d11.dll"; }
+const char* dxgiLibrary() { return "dxgi.dll"; }
+const char* kernelGraphicsLibrary() { return "gdi32.dll"; }
+const char* cudaDriverLibrary() { return "nvcuda.dll"; }
+
+} // namespace vexil::platform

@@ -1,0 +1,40 @@
+#include "platform/shared_library.h"
+
+#include "platform/windows/wide_text.h"
+
+#include <windows.h>
+
+namespace vexil::platform {
+
+namespace {
+
+/// The folder of the named library, then the system folder: 0x900.
+constexpr DWORD trustedFolders = LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_SYSTEM32;
+static_assert(trustedFolders == 0x900);
+
+} // namespace
+
+void* openTrustedLibrary(const std::string& name) {
+    return LoadLibraryExW(toWide(name).c_str(), nullptr, trustedFolders);
+}
+
+void* openLibraryPath(const std::string& path) { return LoadLibraryW(toWide(path).c_str()); }
+
+std::optional<std::string> systemLibraryFolder() {
+    wchar_t buffer[256];
+    const UINT length = GetSystemDirectoryW(buffer, 256);
+    if (length == 0 || length >= 256) {
+        return std::nullopt;
+    }
+    return toUtf8({buffer, length});
+}
+
+char pathSeparator() { return '\\'; }
+
+void* librarySymbol(void* library, const char* symbol) {
+    return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(library), symbol));
+}
+
+void closeLibrary(void* library) { FreeLibrary(static_cast<HMODULE>(library)); }
+
+} // namespace vexil::platform
