@@ -19,8 +19,8 @@ public:
     virtual void presenceChecked(bool present) = 0;
 };
 
-/// Finds the devices of a module. A scan replaces the devices of the last one; the host keeps scans and running
-/// tests apart, since nothing here is locked.
+/// Finds the devices of a module. A scan replaces the devices of the last one; the host keeps scans and
+/// running tests apart, since nothing here is locked.
 class DeviceScanner {
 public:
     virtual ~DeviceScanner() = default;

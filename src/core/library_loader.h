@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-/// Loads, resolves and releases a dynamic library. The suite's platform layer hands one out, and the module has one
-/// of its own; both stand in the global namespace and are unrelated to `vexil::core::Module`.
+/// Loads, resolves and releases a dynamic library. The suite's platform layer hands one out, and the module
+/// has one of its own; both stand in the global namespace and are unrelated to `vexil::core::Module`.
 class Module {
 public:
     virtual ~Module() = default;

@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-// The suite's platform layer, a library of its own ("sal"). Each function returns a process-wide object that the
-// library owns. Declared here are the operations that this module calls, in the order of their slots.
+// The suite's platform layer, a library of its own ("sal"). Each function returns a process-wide object that
+// the library owns. Declared here are the operations that this module calls, in the order of their slots.
 
 /// What a scan of the system device list is restricted to; the base restricts nothing.
 class DeviceScanFilter {
@@ -47,8 +47,8 @@ public:
     virtual ~SystemDeviceList() = default;
     /// Lists afresh; 0 on success.
     virtual std::int32_t scan(const DeviceScanFilter& filter, InterfacePaths& paths) = 0;
-    /// 0 on success. `text` stays owned by the list until its next scan; the ids are those of the Windows setup
-    /// API, and the id lists (1 and 2) are sequences of texts that end with two NUL characters.
+    /// 0 on success. `text` stays owned by the list until its next scan; the ids are those of the Windows
+    /// setup API, and the id lists (1 and 2) are sequences of texts that end with two NUL characters.
     virtual std::int32_t property(std::uint32_t index, std::uint32_t propertyId, const char*& text) = 0;
     /// Number of devices of the last scan.
     virtual std::uint32_t count() = 0;

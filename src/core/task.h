@@ -15,8 +15,8 @@ public:
 template <typename Callable>
 class Task;
 
-/// A packaged task that is run once, however often `run` is called: a second invocation of a packaged task would
-/// throw on the worker.
+/// A packaged task that is run once, however often `run` is called: a second invocation of a packaged task
+/// would throw on the worker.
 template <>
 class Task<std::packaged_task<void()>> final : public TaskInterface {
 public:

@@ -26,8 +26,8 @@ public:
     Test& operator=(const Test&) = delete;
     virtual ~Test() = default;
 
-    /// Runs the test to its end on the calling thread and returns a `TestResult`. Failures of the hardware or of
-    /// an interface come back as result and message, never as an exception.
+    /// Runs the test to its end on the calling thread and returns a `TestResult`. Failures of the hardware or
+    /// of an interface come back as result and message, never as an exception.
     virtual std::uint8_t execute(const TestRunArguments& arguments) = 0;
     /// True would keep any other exclusive test from running meanwhile. No test of this module asks for it.
     [[nodiscard]] virtual bool requiresExclusiveRun() const { return false; }

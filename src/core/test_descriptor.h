@@ -9,7 +9,8 @@
 namespace vexil::core {
 
 /// The plain record from which each test constructs its `Test` base. Texts are message keys.
-/// Parameters live in the `Test` object, so `parameters` stays empty; so do the three fields without a reader.
+/// Parameters live in the `Test` object, so `parameters` stays empty; so do the three fields without a
+/// reader.
 struct TestDescriptor {
     std::int32_t id = 0;
     std::string name;

@@ -10,7 +10,8 @@ namespace vexil::core {
 struct TestResult {
     static constexpr std::uint8_t DeviceUnavailable = 0; ///< the device is gone; no message was sent
     static constexpr std::uint8_t Passed = 1;
-    static constexpr std::uint8_t CleanupFailed = 2; ///< GPU memory could not be released, the outcome is void
+    static constexpr std::uint8_t CleanupFailed =
+        2; ///< GPU memory could not be released, the outcome is void
     static constexpr std::uint8_t Failed = 3;
     static constexpr std::uint8_t NotSupported = 4;
     static constexpr std::uint8_t NotCompleted = 5; ///< stopped without a verdict

@@ -12,10 +12,11 @@ class Device;
 
 /// What the host passes to `Test::execute`.
 struct TestRunArguments {
-    std::weak_ptr<Device> device;                             ///< locked once, at the start of the run
-    const volatile std::uint8_t* cancelRequested = nullptr;   ///< non-zero asks the test to stop; read without a lock
+    std::weak_ptr<Device> device; ///< locked once, at the start of the run
+    const volatile std::uint8_t* cancelRequested =
+        nullptr; ///< non-zero asks the test to stop; read without a lock
     TestReporter* reporter = nullptr;
-    std::shared_ptr<SystemEventState> systemEvents;           ///< may be empty
+    std::shared_ptr<SystemEventState> systemEvents; ///< may be empty
 };
 
 } // namespace vexil::core

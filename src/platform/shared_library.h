@@ -3,12 +3,12 @@
 #include <optional>
 #include <string>
 
-// The loader of the operating system, in the steps that the module's own rule for finding a library is made of.
-// Names and paths are UTF-8. A null handle is a normal answer: the library is not there.
+// The loader of the operating system, in the steps that the module's own rule for finding a library is made
+// of. Names and paths are UTF-8. A null handle is a normal answer: the library is not there.
 namespace vexil::platform {
 
-/// Searches for `name` only where no user can plant a copy: for a path its own folder, for a bare name the folder of
-/// this code and the system's folders. Never the working directory.
+/// Searches for `name` only where no user can plant a copy: for a path its own folder, for a bare name the
+/// folder of this code and the system's folders. Never the working directory.
 [[nodiscard]] void* openTrustedLibrary(const std::string& name);
 
 /// Opens what the path names, by the system's rules for paths.

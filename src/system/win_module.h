@@ -17,9 +17,9 @@ public:
     virtual char separator() = 0;
 };
 
-/// Finds a library without picking up a planted copy: a bare name is looked for in trusted folders and then, by its
-/// full path, in the system folder; a name with "\" or "/" anywhere is a path and may be opened as one. Null if it
-/// is nowhere.
+/// Finds a library without picking up a planted copy: a bare name is looked for in trusted folders and then,
+/// by its full path, in the system folder; a name with "\" or "/" anywhere is a path and may be opened as
+/// one. Null if it is nowhere.
 [[nodiscard]] void* findLibrary(LibraryCalls& calls, const std::string& name);
 
 } // namespace vexil::system
@@ -32,6 +32,6 @@ public:
     void release(void* library) override;
 };
 
-/// The module-wide loader, made on the first request and never destroyed. There is no lock around the making: the
-/// first request comes from the constructor of the device scanner, on the host's thread.
+/// The module-wide loader, made on the first request and never destroyed. There is no lock around the making:
+/// the first request comes from the constructor of the device scanner, on the host's thread.
 [[nodiscard]] Module* getModule();

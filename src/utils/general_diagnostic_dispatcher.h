@@ -9,8 +9,8 @@
 
 namespace vexil::utils {
 
-/// Knows which devices are occupied and runs tasks on a pool. The occupancy has no lock: `canStart`, `started` and
-/// `finished` are called from one thread at a time.
+/// Knows which devices are occupied and runs tasks on a pool. The occupancy has no lock: `canStart`,
+/// `started` and `finished` are called from one thread at a time.
 class GeneralDiagnosticDispatcher : public core::DiagnosticDispatcher {
 public:
     /// `hardwareThreads` as the library reports it, 0 if unknown.

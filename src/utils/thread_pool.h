@@ -14,14 +14,15 @@
 
 namespace vexil::utils {
 
-/// The mask, not the index, that the worker with the count `counter` is pinned with: 2, 3, 4, 1, 2, ... for a span
-/// of 4 and counts from 1. All workers thus sit on the first three processors; hosts rely on the rest being free.
+/// The mask, not the index, that the worker with the count `counter` is pinned with: 2, 3, 4, 1, 2, ... for a
+/// span of 4 and counts from 1. All workers thus sit on the first three processors; hosts rely on the rest
+/// being free.
 [[nodiscard]] constexpr std::uint64_t workerAffinityMask(std::uint64_t counter, std::uint64_t span) {
     return counter % span + 1;
 }
 
-/// Workers for a machine of `hardwareThreads`: one less, or 2 if the number is not known (0). A machine with one
-/// processor gets none, and tasks submitted there never run.
+/// Workers for a machine of `hardwareThreads`: one less, or 2 if the number is not known (0). A machine with
+/// one processor gets none, and tasks submitted there never run.
 [[nodiscard]] constexpr unsigned workerCount(unsigned hardwareThreads) {
     return hardwareThreads == 0 ? 2U : hardwareThreads - 1U;
 }

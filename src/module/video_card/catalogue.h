@@ -45,8 +45,8 @@ inline constexpr std::array catalogue = {
 // clang-format on
 static_assert(catalogue.size() == 16);
 
-/// The descriptor that the test of a catalogued id constructs its base from. Throws `std::out_of_range` for an id
-/// without a row.
+/// The descriptor that the test of a catalogued id constructs its base from. Throws `std::out_of_range` for
+/// an id without a row.
 [[nodiscard]] core::TestDescriptor catalogueDescriptor(std::int32_t id);
 
 } // namespace vexil::module::video_card

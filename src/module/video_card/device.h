@@ -21,15 +21,16 @@ namespace vexil::module::video_card {
 struct DeviceServices {
     StringHandler& strings;
     NumberHandler& numbers;
-    std::int32_t cudaDriverVersion; ///< as `cudaDriverGetVersion` gives it (11030 for 11.3), 0 without a driver
+    std::int32_t
+        cudaDriverVersion; ///< as `cudaDriverGetVersion` gives it (11030 for 11.3), 0 without a driver
 };
 
-/// One video card. The scanner builds it from what the system list says and attaches what the other interfaces
-/// know of it; afterwards only `direct3d` changes, under its mutex.
+/// One video card. The scanner builds it from what the system list says and attaches what the other
+/// interfaces know of it; afterwards only `direct3d` changes, under its mutex.
 class Device final : public core::Device {
 public:
-    /// The mutex of the card's Direct3D slot, held, and the slot itself. A test keeps it for its whole run, so that
-    /// no two of them work on one card at a time.
+    /// The mutex of the card's Direct3D slot, held, and the slot itself. A test keeps it for its whole run,
+    /// so that no two of them work on one card at a time.
     class Direct3DLock {
     public:
         [[nodiscard]] std::unique_ptr<Dx11Context>& slot() const { return *slot_; }
@@ -66,7 +67,9 @@ public:
     /// Appends what Direct3D says of the card; nothing without a context.
     void addDirect3DRows();
     void setCuda(const CudaDeviceRecord& record) { cuda_ = std::make_unique<CudaDeviceRecord>(record); }
-    void setStatistics(std::unique_ptr<VideoCardStatistics> statistics) { statistics_ = std::move(statistics); }
+    void setStatistics(std::unique_ptr<VideoCardStatistics> statistics) {
+        statistics_ = std::move(statistics);
+    }
 
     // True if a source answered; the out value counts only then. Units as in `VideoCardStatistics`.
     [[nodiscard]] bool getFreeMemory(std::uint64_t& bytes) const;

@@ -2,9 +2,9 @@
 
 #include <string>
 
-// What the module says to a user is a key; the host holds the texts. The exact bytes of a key are the contract, the
-// full stops inside one included. A "|" joins several lines that the host shows one after another. The names and
-// tool tips of the tests stand in the catalogue.
+// What the module says to a user is a key; the host holds the texts. The exact bytes of a key are the
+// contract, the full stops inside one included. A "|" joins several lines that the host shows one after
+// another. The names and tool tips of the tests stand in the catalogue.
 namespace vexil::module::video_card::keys {
 
 inline const std::string moduleName = "VIDEO_CARD";

@@ -9,8 +9,8 @@ struct AdapterRecord;
 /// The two values are fixed; anything but `Unavailable` counts as an answer.
 enum class VideoCardStatisticsStatus : std::int32_t { Ok = 0, Unavailable = 1 };
 
-/// One source of a card's live values. A query may write its out value even when it answers `Unavailable`, so the
-/// value is read only after `Ok`.
+/// One source of a card's live values. A query may write its out value even when it answers `Unavailable`, so
+/// the value is read only after `Ok`.
 class VideoCardStatistics {
 public:
     VideoCardStatistics() = default;

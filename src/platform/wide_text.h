@@ -3,8 +3,8 @@
 #include <string>
 #include <string_view>
 
-// UTF-8 is the module's narrow text; Windows wants UTF-16. Characters that cannot be converted become the
-// replacement character.
+// UTF-8 is the module's narrow text; wide text is UTF-16 on Windows and UTF-32 on Linux. What cannot be
+// converted becomes the replacement character.
 namespace vexil::platform {
 
 [[nodiscard]] std::wstring toWide(std::string_view utf8);

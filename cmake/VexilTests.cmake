@@ -1,0 +1,37 @@
+# vexil_add_tests(NAME SOURCES... [LIBRARIES...] [LABELS...] [DATA FOLDER] [SERIAL] [NEEDS TARGET...])
+#
+# A test program that ctest runs test by test, on both homes: a Windows program runs under Wine.
+#   LIBRARIES  what it links beside GoogleTest
+#   LABELS     for ctest -L, beside the name of the program, which is always one
+#   DATA       a folder of this directory that the tests read; its path is the macro VEXIL_TEST_DATA
+#   SERIAL     the tests measure time or share one thing of the machine: none runs beside another test
+#   NEEDS      programs and libraries that the tests load or start
+function(vexil_add_tests name)
+  cmake_parse_arguments(PARSE_ARGV 1 tests "SERIAL" "DATA" "SOURCES;LIBRARIES;LABELS;NEEDS")
+  if(tests_UNPARSED_ARGUMENTS OR NOT tests_SOURCES)
+    message(FATAL_ERROR "vexil_add_tests(${name}): no SOURCES, or unknown words: ${tests_UNPARSED_ARGUMENTS}")
+  endif()
+
+  add_executable(${name} ${tests_SOURCES})
+  target_link_libraries(${name} PRIVATE ${tests_LIBRARIES} vexil_options GTest::gtest_main GTest::gmock)
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  if(tests_DATA)
+    target_compile_definitions(${name} PRIVATE "VEXIL_TEST_DATA=\"${CMAKE_CURRENT_SOURCE_DIR}/${tests_DATA}\"")
+  endif()
+  if(tests_NEEDS)
+    add_dependencies(${name} ${tests_NEEDS})
+  endif()
+
+  set(properties TIMEOUT 300)
+  if(tests_SERIAL)
+    list(APPEND properties RUN_SERIAL TRUE)
+  endif()
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 PROPERTIES ${properties})
+
+  # Labels are a list, which the discovery would take apart; ctest reads this file after it.
+  set(labels_file ${CMAKE_CURRENT_BINARY_DIR}/${name}_labels.cmake)
+  file(WRITE ${labels_file} "if(${name}_TESTS)\n"
+    "  set_tests_properties(\${${name}_TESTS} PROPERTIES LABELS \"${name};${tests_LABELS}\")\n"
+    "endif()\n")
+  set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES ${labels_file})
+endfunction()

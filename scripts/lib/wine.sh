@@ -1,0 +1,91 @@
+# shellcheck shell=bash
+# Runs Windows programs of this tree in a Wine prefix of their own, under the build folder.
+# After: messages.sh, tree.sh; wine_deploy also wants cache.sh.
+
+WINE_PREFIX=$BUILD_ROOT/wine-prefix
+
+# Debian leaves the 64-bit loader off the path; plain "wine" asks for a 32-bit half first.
+wine_loader() {
+    local candidate
+    for candidate in wine64 /usr/lib/wine/wine64 wine; do
+        command -v "$candidate" && return
+    done
+    return 1
+}
+
+# wine_with_settings COMMAND...: no debug output, DXVK's Direct3D where it lies beside the
+# program, and no offers to install Mono or Gecko. Wine's debugger stays away, since a program that
+# crashed under it ends with exit status 0.
+wine_with_settings() {
+    WINEPREFIX=$WINE_PREFIX WINEARCH=win64 WINEDEBUG=-all \
+        WINEDLLOVERRIDES='d3d11,dxgi=n,b;mscoree,mshtml,winedbg.exe=' \
+        DXVK_LOG_LEVEL=none DXVK_LOG_PATH=none "$@"
+}
+
+# Wine keeps its hands off the display's modes, and so reports 60 Hz: Xvfb's 0 Hz is a number that
+# DXVK divides by.
+wine_registry() {
+    cat <<'END'
+Windows Registry Editor Version 5.00
+
+[HKEY_CURRENT_USER\Software\Wine\X11 Driver]
+"UseXRandR"="N"
+"UseXVidMode"="N"
+END
+}
+
+# A new prefix takes some 15 seconds. The lock lets programs that start together share it.
+wine_make_prefix() {
+    local loader=$1
+    mkdir -p "$BUILD_ROOT"
+    (
+        flock 9
+        [[ ! -e $WINE_PREFIX/.complete ]] || exit 0
+        message_work "making the Wine prefix $WINE_PREFIX" >&2
+        rm -rf "$WINE_PREFIX"
+        wine_with_settings "$loader" wineboot --init >/dev/null 2>&1 9>&- || exit 1
+        wine_with_settings "$loader" regedit /S - >/dev/null 2>&1 9>&- < <(wine_registry) || exit 1
+        touch "$WINE_PREFIX/.complete"
+    ) 9>"$WINE_PREFIX.lock" || fail "Wine could not make the prefix $WINE_PREFIX"
+}
+
+# wine_session COMMAND...: runs a command, which may be a whole test run, with one display.
+# Wine finds the graphics card through X11, so without a display it gets a virtual one. All
+# programs of a prefix share one desktop, hence one display: sessions wait for each other.
+wine_session() (
+    if [[ -n ${DISPLAY:-} ]]; then
+        "$@"
+        exit
+    fi
+    command -v Xvfb >/dev/null || fail "there is no display and no Xvfb: run scripts/setup --windows"
+    mkdir -p "$BUILD_ROOT"
+    exec 8>"$WINE_PREFIX.session"
+    flock 8
+    coproc WINE_DISPLAY { exec Xvfb -displayfd 1 -screen 0 1280x1024x24 -nolisten tcp 2>/dev/null 8>&-; }
+    # shellcheck disable=SC2064  # the process of this moment is meant
+    trap "wine_with_settings wineserver -k; kill $WINE_DISPLAY_PID 2>/dev/null || true" EXIT
+    read -r -t 20 -u "${WINE_DISPLAY[0]}" number || fail "Xvfb did not start"
+    export DISPLAY=:$number
+    "$@" 8>&-
+)
+
+# wine_run PROGRAM ARGS...: runs it in the current folder, and returns its exit status.
+wine_run() {
+    wine_session wine_run_on_display "$@"
+}
+
+wine_run_on_display() {
+    local loader
+    loader=$(wine_loader) || fail "Wine is not installed: run scripts/setup --windows"
+    wine_make_prefix "$loader"
+    wine_with_settings "$loader" "$@"
+}
+
+# wine_deploy FOLDER: puts DXVK's Direct3D and the compiler's run-time libraries beside programs.
+wine_deploy() {
+    local folder=$1 name
+    cp -u "$(cache_entry "$DXVK_WINDOWS_ENTRY")"/{d3d11,dxgi}.dll "$folder/"
+    for name in libgcc_s_seh-1.dll libstdc++-6.dll libwinpthread-1.dll; do
+        cp -u "$(x86_64-w64-mingw32-g++-posix -print-file-name="$name")" "$folder/"
+    done
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "simulated/scenario/field_reader.h"
+#include "simulated/scenario/scenario_card.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vexil::simulated {
+
+/// A machine described in a file: its cards, and what is broken about them.
+struct Scenario {
+    std::string description;
+    std::vector<ScenarioCard> cards;
+};
+
+/// Reads and checks a scenario file, every section of it. Throws `ScenarioError`.
+[[nodiscard]] Scenario loadScenario(const std::string& file);
+
+/// The file that the environment variable VEXIL_SCENARIO names: how the stand-in libraries of one process
+/// learn of their machine. Nothing where the variable is absent or empty.
+[[nodiscard]] std::optional<std::string> scenarioFileOfProcess();
+
+} // namespace vexil::simulated
