@@ -10,6 +10,9 @@ constexpr const char* schema = "vexil.scenario/1";
 
 ScenarioCard readCard(FieldReader& reader, std::size_t place) {
     auto card = readScenarioCard(reader, place);
+    if (auto cuda = reader.object("cuda")) {
+        card.cuda = readCudaCard(*cuda, card.location);
+    }
     reader.finish();
     return card;
 }
@@ -23,6 +26,8 @@ Scenario loadScenario(const std::string& file) {
     }
     Scenario scenario;
     scenario.description = reader.text("description", "");
+    scenario.cudaDriverVersion = static_cast<std::int32_t>(
+        reader.number("cudaDriverVersion", 0, 99999, static_cast<std::uint64_t>(scenario.cudaDriverVersion)));
     for (auto& card : reader.objects("cards")) {
         scenario.cards.push_back(readCard(card, scenario.cards.size()));
     }

@@ -1,5 +1,6 @@
 #include "module/video_card/cuda/cuda_math_operations.h"
 
+#include "core/test_result.h"
 #include "module/video_card/cuda/cuda_runtime.h"
 #include "module/video_card/cuda/math_kernels.h"
 #include "module/video_card/message_keys.h"
@@ -16,7 +17,8 @@ using core::TestResult;
 
 namespace {
 
-enum Mode : std::int32_t { standard = 0, advanced = 1 };
+constexpr std::int32_t standardMode = 0;
+constexpr std::int32_t advancedMode = 1;
 
 } // namespace
 
@@ -108,9 +110,9 @@ template class CudaMathOperations<float>;
 
 CudaMathOperationsInt::CudaMathOperationsInt(std::int32_t mode, const core::TestRunArguments& arguments)
     : CudaMathOperations(arguments) {
-    if (mode == standard)
+    if (mode == standardMode)
         prepareStandard();
-    else if (mode == advanced)
+    else if (mode == advancedMode)
         prepareAdvanced();
 }
 
@@ -123,9 +125,9 @@ bool CudaMathOperationsInt::isRight(std::size_t element, std::int32_t result) co
 
 CudaMathOperationsFloat::CudaMathOperationsFloat(std::int32_t mode, const core::TestRunArguments& arguments)
     : CudaMathOperations(arguments) {
-    if (mode == standard)
+    if (mode == standardMode)
         prepareStandard();
-    else if (mode == advanced)
+    else if (mode == advancedMode)
         prepareAdvanced();
 }
 

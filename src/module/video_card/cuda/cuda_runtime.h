@@ -89,7 +89,16 @@ public:
     [[nodiscard]] const std::vector<std::unique_ptr<FatBinary>>& fatBinaries() const { return fatBinaries_; }
 
 private:
-    struct ThreadState;
+    struct CallConfiguration {
+        dim3 grid, block;
+        std::size_t sharedBytes;
+        cudaStream_t stream;
+    };
+    struct ThreadState {
+        int device = 0;
+        cudaError_t lastError = cudaSuccess;
+        std::vector<CallConfiguration> configurations;
+    };
     /// What stands in a device's primary context.
     struct DeviceState {
         cuda::CUcontext context = nullptr;

@@ -9,18 +9,6 @@ namespace vexil::module::video_card {
 
 using namespace cuda;
 
-struct CudaRuntime::ThreadState {
-    struct Configuration {
-        dim3 grid, block;
-        std::size_t sharedBytes;
-        cudaStream_t stream;
-    };
-
-    int device = 0;
-    cudaError_t lastError = cudaSuccess;
-    std::vector<Configuration> configurations;
-};
-
 CudaRuntime::ThreadState& CudaRuntime::thread() const {
     thread_local std::map<std::uint64_t, ThreadState> states;
     return states[serial_];
@@ -45,7 +33,7 @@ cudaError_t CudaRuntime::cudaPopCallConfiguration(dim3* grid, dim3* block, std::
     auto& configurations = thread().configurations;
     if (configurations.empty())
         return record(cudaErrorMissingConfiguration);
-    const ThreadState::Configuration top = configurations.back();
+    const CallConfiguration top = configurations.back();
     configurations.pop_back();
     *grid = top.grid;
     *block = top.block;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "module/video_card/cuda/cuda_driver_api.h"
+
 #include <cstddef>
 
 // The runtime's types, under the names of its documentation, with what the module uses of each.
@@ -33,6 +35,6 @@ struct dim3 {
 };
 
 /// Null is the default stream, the only one in use.
-using cudaStream_t = struct CUstream_st*;
+using cudaStream_t = cuda::CUstream;
 
 } // namespace vexil::module::video_card
