@@ -13,36 +13,37 @@ cache_entry() { printf '%s/%s\n' "$CACHE_ROOT" "$1"; }
 
 cache_has() { [[ -e $CACHE_ROOT/$1/.complete ]]; }
 
-# cache_begin NAME: makes the empty folder in which the entry is put together, and prints its path.
-cache_begin() {
-    mkdir -p "$CACHE_ROOT"
-    mktemp -d "$CACHE_ROOT/.$1.XXXXXX"
-}
-
-# cache_publish NAME FOLDER: marks FOLDER complete and gives it the entry's name.
-cache_publish() {
-    local entry=$CACHE_ROOT/$1 folder=$2
-    touch "$folder/.complete"
-    chmod 755 "$folder"
-    rm -rf "$entry"
-    mv -T "$folder" "$entry"
-}
-
-# cache_build NAME FUNCTION [ARGS...]: runs FUNCTION FOLDER ARGS where the entry is missing,
-# and publishes the folder that it filled.
+# cache_build NAME FUNCTION [ARGS...]: where the entry is missing, runs FUNCTION FOLDER ARGS and
+# publishes the folder that it filled. Runs that want the same entry wait for each other.
 cache_build() {
-    local name=$1 build=$2 folder
-    shift 2
+    local name=$1
     if cache_has "$name"; then
         message_skip "$name is in the cache"
         return
     fi
+    mkdir -p "$CACHE_ROOT"
+    (
+        flock 9
+        if cache_has "$name"; then
+            message_skip "$name is in the cache by now"
+        else
+            cache_build_locked "$@" 9>&-
+        fi
+    ) 9>"$CACHE_ROOT/.$name.lock"
+}
+
+cache_build_locked() {
+    local name=$1 build=$2 folder
+    shift 2
     message_work "making $name"
-    folder=$(cache_begin "$name")
+    rm -rf "$CACHE_ROOT/.$name".?????? # of a run that was killed
+    folder=$(mktemp -d "$CACHE_ROOT/.$name.XXXXXX")
     # shellcheck disable=SC2064  # the folder's name of this moment is meant
     trap "rm -rf '$folder'" EXIT
     "$build" "$folder" "$@"
-    cache_publish "$name" "$folder"
-    trap - EXIT
+    chmod 755 "$folder"
+    touch "$folder/.complete"
+    rm -rf "${CACHE_ROOT:?}/$name"
+    mv -T "$folder" "$CACHE_ROOT/$name"
     message_done "$name is in $CACHE_ROOT/$name"
 }

@@ -3,7 +3,7 @@
 # a private apt configuration in the cache folder, made from the mirror and the key
 # that the machine's own sources name. The system's sources stay as they are.
 
-# Prints "URI<tab>KEYRING" for every Debian archive in the machine's sources, in their order.
+# Prints "URI<tab>SUITE<tab>KEYRING" for every Debian archive in the machine's sources, in their order.
 debian_archives() {
     local file
     for file in /etc/apt/sources.list /etc/apt/sources.list.d/*.list; do
@@ -47,19 +47,30 @@ debian_mirror() {
         '$2 == release || $2 == "stable" { print $1 "\t" $3; exit }'
 }
 
-# debian_suite SUITE: makes the private configuration once, and prints the path of its apt.conf.
+# debian_suite SUITE: makes the private configuration, and prints the path of its apt.conf.
+# Its package lists are fetched again after a day, as suites move on.
 debian_suite() {
-    local suite=$1 home=$CACHE_DOWNLOADS/apt-$1 mirror key options=''
-    local conf=$home/apt.conf
-    if [[ ! -e $home/.complete ]]; then
-        IFS=$'\t' read -r mirror key < <(debian_mirror) || true
-        [[ -n ${mirror:-} ]] || fail "found no Debian archive in /etc/apt to download from"
-        [[ -z ${key:-} ]] || options=" [signed-by=$key]"
-        mkdir -p "$home"/{lists,archives}/partial
-        : >"$home/status"
-        printf 'deb%s %s %s main\n' "$options" "$mirror" "$suite" "-src$options" "$mirror" "$suite" \
-            >"$home/sources.list"
-        cat >"$conf" <<END
+    local suite=$1 home=$CACHE_DOWNLOADS/apt-$1
+    mkdir -p "$home"/{lists,archives}/partial
+    (
+        flock 8
+        [[ -z $(find "$home/.updated" -mmin -1440 2>/dev/null) ]] || exit 0
+        write_suite_configuration "$suite" "$home"
+        quietly "$CACHE_LOGS/apt-$suite.log" apt-get -c "$home/apt.conf" -q update 8>&-
+        touch "$home/.updated"
+    ) 8>"$home/.lock"
+    printf '%s\n' "$home/apt.conf"
+}
+
+write_suite_configuration() {
+    local suite=$1 home=$2 mirror key options=''
+    IFS=$'\t' read -r mirror key < <(debian_mirror) || true
+    [[ -n ${mirror:-} ]] || fail "found no Debian archive in /etc/apt to download from"
+    [[ -z ${key:-} ]] || options=" [signed-by=$key]"
+    printf 'deb%s %s %s main\n' "$options" "$mirror" "$suite" "-src$options" "$mirror" "$suite" \
+        >"$home/sources.list"
+    : >"$home/status"
+    cat >"$home/apt.conf" <<END
 Dir::Etc::sourcelist "$home/sources.list";
 Dir::Etc::sourceparts "/dev/null";
 Dir::Etc::preferences "/dev/null";
@@ -75,10 +86,6 @@ APT::Sandbox::User "root";
 Acquire::Languages "none";
 Acquire::Retries "3";
 END
-        quietly "$CACHE_LOGS/apt-$suite.log" apt-get -c "$conf" -q update
-        touch "$home/.complete"
-    fi
-    printf '%s\n' "$conf"
 }
 
 # debian_download SUITE FOLDER PACKAGE=VERSION...: puts binary packages into FOLDER.
@@ -87,7 +94,8 @@ debian_download() {
     conf=$(debian_suite "$1")
     shift 2
     mkdir -p "$folder"
-    (cd "$folder" && quietly "$CACHE_LOGS/download.log" apt-get -c "$conf" -q download "$@")
+    (cd "$folder" && quietly "$CACHE_LOGS/download-$(basename "$folder").log" \
+        apt-get -c "$conf" -q download "$@")
 }
 
 # debian_download_source SUITE FOLDER PACKAGE=VERSION: puts a source package's files into FOLDER.
@@ -95,5 +103,6 @@ debian_download_source() {
     local conf folder=$2
     conf=$(debian_suite "$1")
     mkdir -p "$folder"
-    (cd "$folder" && quietly "$CACHE_LOGS/download.log" apt-get -c "$conf" -q source --download-only "$3")
+    (cd "$folder" && quietly "$CACHE_LOGS/download-$(basename "$folder").log" \
+        apt-get -c "$conf" -q source --download-only "$3")
 }

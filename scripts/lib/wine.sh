@@ -1,6 +1,6 @@
 # shellcheck shell=bash
 # Runs Windows programs of this tree in a Wine prefix of their own, under the build folder.
-# After: messages.sh, tree.sh; wine_deploy also wants cache.sh.
+# After: messages.sh, tree.sh, display.sh; wine_deploy also wants cache.sh and setup.d/dxvk_windows.sh.
 
 WINE_PREFIX=$BUILD_ROOT/wine-prefix
 
@@ -49,24 +49,24 @@ wine_make_prefix() {
     ) 9>"$WINE_PREFIX.lock" || fail "Wine could not make the prefix $WINE_PREFIX"
 }
 
-# wine_session COMMAND...: runs a command, which may be a whole test run, with one display.
-# Wine finds the graphics card through X11, so without a display it gets a virtual one. All
-# programs of a prefix share one desktop, hence one display: sessions wait for each other.
+# wine_session COMMAND...: runs a command, which may be a whole test run, with one display, since
+# Wine finds the graphics card through X11. The programs of a prefix share one desktop, and so
+# one display: sessions that make a virtual display wait for each other.
 wine_session() (
     if [[ -n ${DISPLAY:-} ]]; then
         "$@"
         exit
     fi
-    command -v Xvfb >/dev/null || fail "there is no display and no Xvfb: run scripts/setup --windows"
     mkdir -p "$BUILD_ROOT"
     exec 8>"$WINE_PREFIX.session"
     flock 8
-    coproc WINE_DISPLAY { exec Xvfb -displayfd 1 -screen 0 1280x1024x24 -nolisten tcp 2>/dev/null 8>&-; }
-    # shellcheck disable=SC2064  # the process of this moment is meant
-    trap "wine_with_settings wineserver -k; kill $WINE_DISPLAY_PID 2>/dev/null || true" EXIT
-    read -r -t 20 -u "${WINE_DISPLAY[0]}" number || fail "Xvfb did not start"
-    export DISPLAY=:$number
-    "$@" 8>&-
+    display_run wine_end_after "$@" 8>&-
+)
+
+# Wine's server outlives its programs by some seconds; it must not meet the next session's display.
+wine_end_after() (
+    trap 'wine_with_settings wineserver -k || true' EXIT
+    "$@"
 )
 
 # wine_run PROGRAM ARGS...: runs it in the current folder, and returns its exit status.
