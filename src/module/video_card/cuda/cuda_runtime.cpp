@@ -54,11 +54,13 @@ cudaError_t CudaRuntime::initialise() {
     const std::lock_guard lock(mutex_);
     if (const cudaError_t error = loadDriver(); error != cudaSuccess)
         return error;
-    if (!initialisationTried_) {
-        initialisationTried_ = true;
-        initialised_ = call(driver_.cuInit, 0u);
+    // A driver that has no device yet is asked again; one that has been initialised is not.
+    if (!initialised_) {
+        if (const cudaError_t error = call(driver_.cuInit, 0u); error != cudaSuccess)
+            return error;
+        initialised_ = true;
     }
-    return initialised_;
+    return cudaSuccess;
 }
 
 cudaError_t CudaRuntime::enterContext() {

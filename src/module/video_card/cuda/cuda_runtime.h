@@ -119,8 +119,7 @@ private:
     cuda::CudaDriverCalls driver_;
     bool driverLoaded_ = false;
     bool driverTried_ = false;
-    cudaError_t initialised_ = cudaErrorInitializationError;
-    bool initialisationTried_ = false;
+    bool initialised_ = false;
     std::map<int, DeviceState> devices_;
     std::vector<std::unique_ptr<FatBinary>> fatBinaries_;
     std::mutex mutex_; ///< guards everything above
