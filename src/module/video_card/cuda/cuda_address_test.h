@@ -6,7 +6,7 @@ namespace vexil::module::video_card {
 
 /// Proves that every 64-bit word of the block can be told apart from every other: each is filled with its own
 /// address. The one test that reads to the end even after a mismatch.
-class CUDAAddressTest final : public CudaAbstractTest {
+class CUDAAddressTest : public CudaAbstractTest {
 public:
     CUDAAddressTest();
     [[nodiscard]] std::uint32_t expectedDurationMinutes() const override { return 1; }

@@ -7,7 +7,7 @@ namespace vexil::module::video_card {
 /// Fills each MiB with pairs of equal words, moves it by blocks inside the MiB and proves that the pairs
 /// still agree. Nothing is compared with a stored expectation, so a fault that leaves both words of a pair
 /// equal goes unseen.
-class CUDABlockMoveTest final : public CudaAbstractTest {
+class CUDABlockMoveTest : public CudaAbstractTest {
 public:
     CUDABlockMoveTest();
     [[nodiscard]] std::uint32_t expectedDurationMinutes() const override { return 1; }

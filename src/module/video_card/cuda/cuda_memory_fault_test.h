@@ -5,7 +5,7 @@
 namespace vexil::module::video_card {
 
 /// Turns all zeros into all ones and back, word by word, upwards and then downwards through each MiB.
-class CUDAMemoryFaultTest final : public CudaAbstractTest {
+class CUDAMemoryFaultTest : public CudaAbstractTest {
 public:
     CUDAMemoryFaultTest();
     [[nodiscard]] std::uint32_t expectedDurationMinutes() const override { return 1; }

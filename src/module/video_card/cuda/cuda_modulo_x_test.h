@@ -6,7 +6,7 @@ namespace vexil::module::video_card {
 
 /// Stores one value in every twentieth word and its complement in all others, for each of the 20 possible
 /// offsets.
-class CudaModuloXTest final : public CudaAbstractTest {
+class CudaModuloXTest : public CudaAbstractTest {
 public:
     CudaModuloXTest();
     [[nodiscard]] std::uint32_t expectedDurationMinutes() const override { return 1; }

@@ -5,7 +5,7 @@
 namespace vexil::module::video_card {
 
 /// Runs one pattern through its complement once.
-class CUDAMovingInversionTest final : public CudaAbstractTest {
+class CUDAMovingInversionTest : public CudaAbstractTest {
 public:
     CUDAMovingInversionTest();
     [[nodiscard]] std::uint32_t expectedDurationMinutes() const override { return 1; }

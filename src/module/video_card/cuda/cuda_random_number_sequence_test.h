@@ -6,7 +6,7 @@ namespace vexil::module::video_card {
 
 /// Uploads one MiB of random words and compares every other MiB with it, as it is and then inverted. The
 /// first MiB of the block is the reference, which no kernel writes or verifies.
-class CudaRandomNumberSequenceTest final : public CudaAbstractTest {
+class CudaRandomNumberSequenceTest : public CudaAbstractTest {
 public:
     CudaRandomNumberSequenceTest();
     [[nodiscard]] std::uint32_t expectedDurationMinutes() const override { return 1; }

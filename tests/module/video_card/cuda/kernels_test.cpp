@@ -1,4 +1,5 @@
 // The kernels as the host's compiler makes them, against the plain walk: same memory, same flag.
+#include "kernel_cases.h"
 #include "module/video_card/cuda/kernels/kernel_support.h"
 #include "module/video_card/cuda/kernels/kernel_table.h"
 #include "plain_walk.h"
@@ -18,7 +19,9 @@ namespace vexil::tests {
 
 namespace kernels = module::video_card::kernels;
 using plain_walk::Access;
+using plain_walk::Case;
 using plain_walk::Chunk;
+using plain_walk::list;
 using plain_walk::Word;
 
 namespace {
@@ -45,114 +48,6 @@ private:
     std::size_t bytes_;
     std::uint8_t* memory_;
 };
-
-/// A kernel with fixed arguments behind the first three, and its plain walk.
-struct Case {
-    const char* kernel;
-    /// Fills in the arguments from the fourth on; `flag` and `reference` are where they are.
-    std::vector<void*> (*arguments)(std::uint8_t** flag, std::uint8_t** reference);
-    void (*walk)(const Chunk& chunk, const Access& access, const Word* reference);
-    /// What the memory should hold for the walk to find nothing wrong.
-    void (*prepare)(const Chunk& chunk, const Access& access, const Word* reference);
-};
-
-// Arguments live as long as the program: a launch passes their addresses.
-bool up = true, down = false;
-Word zeros = 0, ones = 0xFFFFFFFF, pattern = 0x80808080, inverse = 0x7F7F7F7F, value = 0x33B37096,
-     other = 0xCC4C8F69;
-Word offsets[] = {0, 1, 2, 3, 6, 13, 19};
-
-template <typename... Arguments>
-std::vector<void*> list(Arguments*... arguments) {
-    return {static_cast<void*>(arguments)...};
-}
-
-using Flag = std::uint8_t**;
-
-const Case cases[] = {
-    {"address_kernel_write", [](Flag, Flag) { return list<>(); },
-     [](const Chunk& c, const Access& a, const Word*) { plain_walk::addressWrite(c, a); }, nullptr},
-    {"address_kernel_check", [](Flag f, Flag) { return list(f); },
-     [](const Chunk& c, const Access& a, const Word*) { plain_walk::addressCheck(c, a); },
-     [](const Chunk& c, const Access& a, const Word*) { plain_walk::addressWrite(c, a); }},
-    {"block_move_kernel_init", [](Flag, Flag) { return list<>(); },
-     [](const Chunk& c, const Access& a, const Word*) { plain_walk::blockMoveInit(c, a); }, nullptr},
-    {"block_move_kernel_move", [](Flag, Flag) { return list<>(); },
-     [](const Chunk& c, const Access& a, const Word*) { plain_walk::blockMoveMove(c, a); }, nullptr},
-    {"block_move_kernel_check", [](Flag f, Flag) { return list(f); },
-     [](const Chunk& c, const Access& a, const Word*) { plain_walk::blockMoveCheck(c, a); },
-     [](const Chunk& c, const Access& a, const Word*) { plain_walk::blockMoveInit(c, a); }},
-    {"memory_fault_kernel_write", [](Flag, Flag) { return list(&up, &pattern); },
-     [](const Chunk& c, const Access& a, const Word*) { plain_walk::memoryFaultWrite(c, a, true, pattern); },
-     nullptr},
-    {"memory_fault_kernel_write", [](Flag, Flag) { return list(&down, &value); },
-     [](const Chunk& c, const Access& a, const Word*) { plain_walk::memoryFaultWrite(c, a, false, value); },
-     nullptr},
-    {"memory_fault_kernel_check_write", [](Flag f, Flag) { return list(&up, &zeros, &ones, f); },
-     [](const Chunk& c, const Access& a, const Word*) {
-         plain_walk::memoryFaultCheckWrite(c, a, true, zeros, ones);
-     },
-     [](const Chunk& c, const Access& a, const Word*) { plain_walk::memoryFaultWrite(c, a, true, zeros); }},
-    {"memory_fault_kernel_check_write", [](Flag f, Flag) { return list(&down, &ones, &zeros, f); },
-     [](const Chunk& c, const Access& a, const Word*) {
-         plain_walk::memoryFaultCheckWrite(c, a, false, ones, zeros);
-     },
-     [](const Chunk& c, const Access& a, const Word*) { plain_walk::memoryFaultWrite(c, a, true, ones); }},
-    {"memory_fault_kernel_check", [](Flag f, Flag) { return list(&up, &pattern, f); },
-     [](const Chunk& c, const Access& a, const Word*) { plain_walk::memoryFaultCheck(c, a, true, pattern); },
-     [](const Chunk& c, const Access& a, const Word*) { plain_walk::memoryFaultWrite(c, a, true, pattern); }},
-    {"memory_fault_kernel_check", [](Flag f, Flag) { return list(&down, &zeros, f); },
-     [](const Chunk& c, const Access& a, const Word*) { plain_walk::memoryFaultCheck(c, a, false, zeros); },
-     [](const Chunk& c, const Access& a, const Word*) { plain_walk::memoryFaultWrite(c, a, true, zeros); }},
-    {"moving_inversion_kernel_write", [](Flag, Flag) { return list(&pattern); },
-     [](const Chunk& c, const Access& a, const Word*) { plain_walk::movingInversionWrite(c, a, pattern); },
-     nullptr},
-    {"moving_inversion_kernel_check_write", [](Flag f, Flag) { return list(&pattern, &inverse, f); },
-     [](const Chunk& c, const Access& a, const Word*) {
-         plain_walk::movingInversionCheckWrite(c, a, pattern, inverse);
-     },
-     [](const Chunk& c, const Access& a, const Word*) { plain_walk::movingInversionWrite(c, a, pattern); }},
-    {"moving_inversion_kernel_check", [](Flag f, Flag) { return list(&inverse, f); },
-     [](const Chunk& c, const Access& a, const Word*) { plain_walk::movingInversionCheck(c, a, inverse); },
-     [](const Chunk& c, const Access& a, const Word*) { plain_walk::movingInversionWrite(c, a, inverse); }},
-    {"RandomNumberSequenceKernelWrite", [](Flag, Flag r) { return list(r); },
-     [](const Chunk& c, const Access& a, const Word* r) { plain_walk::randomWrite(c, a, r); }, nullptr},
-    {"RandomNumberSequenceKernelCheckWrite", [](Flag f, Flag r) { return list(r, f); },
-     [](const Chunk& c, const Access& a, const Word* r) { plain_walk::randomCheckWrite(c, a, r); },
-     [](const Chunk& c, const Access& a, const Word* r) { plain_walk::randomWrite(c, a, r); }},
-    {"RandomNumberSequenceKernelCheck", [](Flag f, Flag r) { return list(r, f); },
-     [](const Chunk& c, const Access& a, const Word* r) { plain_walk::randomCheck(c, a, r); },
-     [](const Chunk& c, const Access& a, const Word* r) { plain_walk::randomCheckWrite(c, a, r); }},
-};
-
-template <Word place>
-Case moduloWrite() {
-    return {"modulo_x_kernel_write", [](Flag, Flag) { return list(&offsets[place], &value, &other); },
-            [](const Chunk& c, const Access& a, const Word*) {
-                plain_walk::moduloXWrite(c, a, offsets[place], value, other);
-            },
-            nullptr};
-}
-
-template <Word place>
-Case moduloCheck() {
-    return {"modulo_x_kernel_check", [](Flag f, Flag) { return list(&offsets[place], &value, f); },
-            [](const Chunk& c, const Access& a, const Word*) {
-                plain_walk::moduloXCheck(c, a, offsets[place], value);
-            },
-            [](const Chunk& c, const Access& a, const Word*) {
-                plain_walk::moduloXWrite(c, a, offsets[place], value, other);
-            }};
-}
-
-std::vector<Case> allCases() {
-    std::vector<Case> all(std::begin(cases), std::end(cases));
-    const Case modulo[] = {moduloWrite<0>(), moduloWrite<1>(), moduloWrite<2>(), moduloWrite<3>(),
-                           moduloWrite<4>(), moduloWrite<5>(), moduloWrite<6>(), moduloCheck<0>(),
-                           moduloCheck<3>(), moduloCheck<6>()};
-    all.insert(all.end(), std::begin(modulo), std::end(modulo));
-    return all;
-}
 
 void fillRandomly(std::span<std::uint8_t> bytes, unsigned seed) {
     std::mt19937_64 source(seed);
@@ -220,7 +115,7 @@ void compare(std::span<const kernels::HostKernel> table, const Case& test, Word 
 } // namespace
 
 TEST(CudaKernels, LeaveTheMemoryAndTheFlagOfThePlainWalk) {
-    for (const Case& test : allCases()) {
+    for (const Case& test : plain_walk::allCases()) {
         for (const Word chunkBytes : chunkSizes) {
             if (std::string_view(test.kernel).starts_with("block_move") && chunkBytes % 128 != 0) {
                 continue; // moves halves of whole groups
@@ -237,7 +132,7 @@ TEST(CudaKernels, LeaveTheMemoryAndTheFlagOfThePlainWalk) {
 
 TEST(CudaKernels, SeeOneWrongWordWhereverItLies) {
     constexpr Word chunkBytes = 0x1000;
-    for (const Case& test : allCases()) {
+    for (const Case& test : plain_walk::allCases()) {
         for (int word = 0; word < static_cast<int>(chunkBytes / 4); word += 7) {
             SCOPED_TRACE(testing::Message() << test.kernel << ", word " << word);
             compare(kernels::plain::kernelTable(), test, chunkBytes, 1, true, word);
@@ -246,7 +141,7 @@ TEST(CudaKernels, SeeOneWrongWordWhereverItLies) {
 }
 
 TEST(CudaKernels, FindNothingInMemoryThatIsRight) {
-    for (const Case& test : allCases()) {
+    for (const Case& test : plain_walk::allCases()) {
         if (test.prepare == nullptr) {
             continue;
         }
@@ -269,7 +164,7 @@ TEST(CudaKernels, KeepTheOrderOfThePlainWalkOnFaultyMemory) {
     constexpr std::string_view ordered[] = {"memory_fault", "modulo_x", "address", "Random",
                                             "moving_inversion_kernel_w"};
     std::mt19937 source(7);
-    for (const Case& test : allCases()) {
+    for (const Case& test : plain_walk::allCases()) {
         if (std::ranges::none_of(
                 ordered, [&](auto name) { return std::string_view(test.kernel).starts_with(name); })) {
             continue;
@@ -331,7 +226,7 @@ TEST(CudaKernels, SeeAStoreThatDisturbsTheNeighbourWhichTheWalkComesToNext) {
     watched.add(card, 0, memory.begin(), memory.size());
     simulated::cuda::WatchedMemory::watch(&watched);
     std::uint8_t flag = 1;
-    const Case& descending = *std::ranges::find_if(cases, [](const Case& test) {
+    const Case& descending = *std::ranges::find_if(plain_walk::allCases(), [](const Case& test) {
         return std::string_view(test.kernel) == "memory_fault_kernel_check_write";
     });
     std::uint8_t reference[4] = {};
@@ -347,7 +242,7 @@ TEST(CudaKernels, SeeAStoreThatDisturbsTheNeighbourWhichTheWalkComesToNext) {
 }
 
 TEST(CudaKernels, ReturnAtOnceInBlocksAtOrAboveTheEnd) {
-    for (const Case& test : allCases()) {
+    for (const Case& test : plain_walk::allCases()) {
         Block memory(0x2000);
         Block reference(0x1000);
         fillRandomly({memory.begin(), memory.size()}, 1);
@@ -362,7 +257,7 @@ TEST(CudaKernels, ReturnAtOnceInBlocksAtOrAboveTheEnd) {
 TEST(CudaKernels, DoNothingToThePhaseOfModuloXWhenTheOffsetLiesBehindTheChunk) {
     Block memory(64);
     std::ranges::fill(std::span(memory.begin(), 64), std::uint8_t{0});
-    Word chunkBytes = 64, far = 16;
+    Word chunkBytes = 64, far = 16, value = 1;
     std::uint8_t flag = 1;
     std::uint8_t *base = memory.begin(), *end = memory.end(), *flagAddress = &flag;
     auto arguments = list(&chunkBytes, &base, &end, &far, &value, &flagAddress);

@@ -4,8 +4,11 @@ namespace vexil::tests::plain_walk {
 
 namespace {
 
-Word low(const Word* word) { return static_cast<Word>(reinterpret_cast<std::uintptr_t>(word)); }
-Word high(const Word* word) { return static_cast<Word>(reinterpret_cast<std::uintptr_t>(word) >> 32); }
+std::uintptr_t address(const Chunk& chunk, const Word* word) {
+    return reinterpret_cast<std::uintptr_t>(word) + chunk.moved;
+}
+Word low(std::uintptr_t address) { return static_cast<Word>(address); }
+Word high(std::uintptr_t address) { return static_cast<Word>(address >> 32); }
 
 /// The cursor of the memory-fault kernels: post-tested, within [base, end], until the stop address.
 template <typename Visit>
@@ -27,8 +30,8 @@ void walk(const Chunk& chunk, bool ascending, Visit&& visit) {
 void addressWrite(const Chunk& chunk, const Access& access) {
     for (std::uint32_t i = 0; i + 1 < chunk.count(); i += 2) {
         Word* const word = chunk.words() + i;
-        access.store(word, low(word));
-        access.store(word + 1, high(word));
+        access.store(word, low(address(chunk, word)));
+        access.store(word + 1, high(address(chunk, word)));
     }
 }
 
@@ -37,7 +40,7 @@ void addressCheck(const Chunk& chunk, const Access& access) {
         const Word* const word = chunk.words() + i;
         const Word first = access.load(word);
         const Word second = access.load(word + 1);
-        if (first != low(word) || second != high(word)) {
+        if (first != low(address(chunk, word)) || second != high(address(chunk, word))) {
             *chunk.flag = 0;
         }
     }

@@ -22,6 +22,7 @@ struct Chunk {
     std::uint8_t* end;  ///< of the memory under test
     std::uint32_t bytes;
     std::uint8_t* flag;
+    std::uintptr_t moved = 0; ///< from where the walk works to where the kernel did
 
     [[nodiscard]] Word* words() const { return reinterpret_cast<Word*>(begin); }
     [[nodiscard]] std::uint32_t count() const { return bytes / 4; }

@@ -25,6 +25,34 @@ VEXIL_KERNELS_BEGIN
 constexpr Word vectorsInFlight = VEXIL_VECTORS_IN_FLIGHT;
 constexpr Word wordsInFlight = VEXIL_WORDS_IN_FLIGHT;
 
+// How far ahead of its loads a walk asks for memory, and in which steps; 0 asks for none. A request costs no
+// register, unlike a load in flight.
+#ifndef VEXIL_PREFETCH_DISTANCE
+#define VEXIL_PREFETCH_DISTANCE 0
+#endif
+#ifndef VEXIL_PREFETCH_STEP
+#define VEXIL_PREFETCH_STEP 32
+#endif
+
+/// Asks for as much memory as a batch takes, further on in the walk from `at`, unless that lies behind the
+/// `left` bytes that the walk has to go.
+template <bool ascending>
+VEXIL_INLINE void prefetchAhead([[maybe_unused]] const Byte* at, [[maybe_unused]] Word batch,
+                                [[maybe_unused]] Word left) {
+#if VEXIL_PREFETCH_DISTANCE
+    if (left < batch + VEXIL_PREFETCH_DISTANCE)
+        return;
+    VEXIL_UNROLL
+    for (Word k = 0; k < batch; k += VEXIL_PREFETCH_STEP)
+        asm volatile("prefetch.L2 [%0];"
+                     :
+                     : "l"(at + k + (ascending ? VEXIL_PREFETCH_DISTANCE : -VEXIL_PREFETCH_DISTANCE)));
+#endif
+}
+
+/// Whether somebody can tell in which order a thread reaches different words: faulty memory can.
+constexpr bool accessOrderShows = true;
+
 VEXIL_INLINE Word blockIndex() { return static_cast<Word>(__nvvm_read_ptx_sreg_ctaid_x()); }
 VEXIL_INLINE Word blockSize() { return static_cast<Word>(__nvvm_read_ptx_sreg_ntid_x()); }
 VEXIL_INLINE Word threadIndex() { return static_cast<Word>(__nvvm_read_ptx_sreg_tid_x()); }

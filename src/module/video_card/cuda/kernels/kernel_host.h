@@ -38,9 +38,19 @@ void watchedStore(AliasedWord* word, Word value);
 
 VEXIL_KERNELS_BEGIN
 
+/// Whether somebody can tell in which order a thread reaches different words: faulty memory can.
+#ifdef VEXIL_WATCHED_MEMORY
+constexpr bool accessOrderShows = true;
+#else
+constexpr bool accessOrderShows = false;
+#endif
+
 // A processor hides latency by itself: a batch is as long as the compiler needs to use its vector registers.
 constexpr Word vectorsInFlight = 8;
 constexpr Word wordsInFlight = 16;
+
+template <bool ascending>
+VEXIL_INLINE void prefetchAhead(const Byte*, Word, Word) {}
 
 VEXIL_INLINE Word blockIndex() { return launchPosition.blockIndex; }
 VEXIL_INLINE Word blockSize() { return launchPosition.blockSize; }

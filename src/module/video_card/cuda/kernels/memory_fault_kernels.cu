@@ -21,6 +21,8 @@ VEXIL_INLINE Word walkedBytes(const Byte* chunk, Word chunkBytes, const Byte* en
 /// is the comparison alone, which lets the accesses flow without waiting for each other.
 template <bool ascending>
 VEXIL_INLINE bool exchangeWords(Byte* chunk, Word bytes, Word expected, Word next) {
+    if (!accessOrderShows)
+        return exchangeVectors(chunk, bytes, expected, next);
     constexpr Word groupBytes = wordsInFlight * wordBytes;
     const Word grouped = bytes - bytes % groupBytes;
     const Word single = bytes - grouped;
@@ -29,6 +31,7 @@ VEXIL_INLINE bool exchangeWords(Byte* chunk, Word bytes, Word expected, Word nex
     Byte* const groups = ascending ? chunk : chunk + single;
     for (Word done = 0; done < grouped; done += groupBytes) {
         Byte* const first = groups + (ascending ? done : grouped - groupBytes - done);
+        prefetchAhead<ascending>(first, groupBytes, grouped - done);
         Word seen[wordsInFlight];
         VEXIL_UNROLL
         for (Word k = 0; k < wordsInFlight; ++k) {

@@ -8,10 +8,15 @@ constexpr Word periodBytes = period * wordBytes;
 constexpr Word vectorsPerPeriod = period / wordsPerVector;
 static_assert(period % wordsPerVector == 0, "the odd word has the same lane in every period");
 
-/// Stores the three words of a vector that lie around `lane`.
+/// Stores the three words of a vector that lie around `lane`, and `value` with them where nobody can tell
+/// when that was written.
 template <Word lane>
-VEXIL_INLINE void storeAround(Byte* vector, Word other) {
-    if (lane < 2) {
+VEXIL_INLINE void storeAround(Byte* vector, Word value, Word other) {
+    if (!accessOrderShows) {
+        Vector words = sameWords(other);
+        words[lane] = value;
+        storeVector(vector, words);
+    } else if (lane < 2) {
         storeWord(vector + (1 - lane) * wordBytes, other);
         storePair(vector + 2 * wordBytes, Pair{other, other});
     } else {
@@ -22,19 +27,19 @@ VEXIL_INLINE void storeAround(Byte* vector, Word other) {
 
 /// Fills with `other` from a vector whose word `lane` is left out, as that of every fifth vector after it.
 template <Word lane>
-VEXIL_INLINE void fillAround(Byte* from, Word vectors, Word other) {
+VEXIL_INLINE void fillAround(Byte* from, Word vectors, Word value, Word other) {
     const Word whole = vectors / vectorsPerPeriod;
     VEXIL_UNROLL_BY(8)
     for (Word k = 0; k < whole; ++k) {
         Byte* const first = from + k * periodBytes;
-        storeAround<lane>(first, other);
+        storeAround<lane>(first, value, other);
         VEXIL_UNROLL
         for (Word vector = 1; vector < vectorsPerPeriod; ++vector)
             storeVector(first + vector * vectorBytes, sameWords(other));
     }
     for (Word vector = whole * vectorsPerPeriod; vector < vectors; ++vector)
         if (vector % vectorsPerPeriod == 0)
-            storeAround<lane>(from + vector * vectorBytes, other);
+            storeAround<lane>(from + vector * vectorBytes, value, other);
         else
             storeVector(from + vector * vectorBytes, sameWords(other));
 }
@@ -72,35 +77,40 @@ VEXIL_MEMORY_KERNEL modulo_x_kernel_write(Word chunkBytes, Byte* base, Byte* end
     if (chunk >= end)
         return;
     const Word words = chunkBytes / wordBytes;
-    if (offset < words) {
-        const Word count = (words - offset - 1) / period + 1;
-        VEXIL_UNROLL_BY(8)
-        for (Word k = 0; k < count; ++k)
-            storeWord(chunk + (offset + k * period) * wordBytes, value);
-    }
-
     const Word odd = offset / wordsPerVector;
     const Word vectors = offset < period ? batchedBytes(chunk, chunkBytes) / vectorBytes : 0;
-    if (vectors > odd) {
+    const Word inVectors = vectors > odd ? vectors * wordsPerVector : 0;
+
+    Word place = offset;
+    if (!accessOrderShows && inVectors > offset)
+        place += (inVectors - offset + period - 1) / period * period;
+    if (place < words) {
+        const Word count = (words - place - 1) / period + 1;
+        VEXIL_UNROLL_BY(8)
+        for (Word k = 0; k < count; ++k)
+            storeWord(chunk + (place + k * period) * wordBytes, value);
+    }
+
+    if (inVectors != 0) {
         for (Word vector = 0; vector < odd; ++vector)
             storeVector(chunk + vector * vectorBytes, sameWords(other));
         Byte* const first = chunk + odd * vectorBytes;
         switch (offset % wordsPerVector) {
         case 0:
-            fillAround<0>(first, vectors - odd, other);
+            fillAround<0>(first, vectors - odd, value, other);
             break;
         case 1:
-            fillAround<1>(first, vectors - odd, other);
+            fillAround<1>(first, vectors - odd, value, other);
             break;
         case 2:
-            fillAround<2>(first, vectors - odd, other);
+            fillAround<2>(first, vectors - odd, value, other);
             break;
         default:
-            fillAround<3>(first, vectors - odd, other);
+            fillAround<3>(first, vectors - odd, value, other);
             break;
         }
     }
-    for (Word i = vectors > odd ? vectors * wordsPerVector : 0; i < words; ++i)
+    for (Word i = inVectors; i < words; ++i)
         if (i % period != offset)
             storeWord(chunk + i * wordBytes, other);
 }

@@ -51,6 +51,7 @@ VEXIL_INLINE bool anyWordDiffers(const Byte* chunk, Word bytes, Word expected) {
     Vector different = sameWords(0);
     for (Word batch = 0; batch < batches; ++batch) {
         const Byte* const first = chunk + part<ascending>(batch, batches) * batchBytes;
+        prefetchAhead<ascending>(first, batchBytes, batched - batch * batchBytes);
         Vector seen[vectorsInFlight];
         VEXIL_UNROLL
         for (Word k = 0; k < vectorsInFlight; ++k)
@@ -64,10 +65,36 @@ VEXIL_INLINE bool anyWordDiffers(const Byte* chunk, Word bytes, Word expected) {
     return anyBit(different);
 }
 
+/// Puts `next` into all words and tells whether any of them differed from `expected`. A batch is read before
+/// any word of it is written.
+VEXIL_INLINE bool exchangeVectors(Byte* chunk, Word bytes, Word expected, Word next) {
+    const Word batched = batchedBytes(chunk, bytes);
+    Vector different = sameWords(0);
+    for (Word first = 0; first < batched; first += batchBytes) {
+        prefetchAhead<true>(chunk + first, batchBytes, batched - first);
+        Vector seen[vectorsInFlight];
+        VEXIL_UNROLL
+        for (Word k = 0; k < vectorsInFlight; ++k)
+            seen[k] = loadVector(chunk + first + k * vectorBytes);
+        VEXIL_UNROLL
+        for (Word k = 0; k < vectorsInFlight; ++k)
+            storeVector(chunk + first + k * vectorBytes, sameWords(next));
+        VEXIL_UNROLL
+        for (Word k = 0; k < vectorsInFlight; ++k)
+            different |= seen[k] ^ expected;
+    }
+    for (Word at = batched; at < bytes; at += wordBytes) {
+        different[0] |= loadWord(chunk + at) ^ expected;
+        storeWord(chunk + at, next);
+    }
+    return anyBit(different);
+}
+
 /// Copies between places that do not overlap, from the lowest word up.
 VEXIL_INLINE void copyWords(Byte* to, const Byte* from, Word bytes) {
     const Word batched = reinterpret_cast<LongWord>(to) % vectorBytes == 0 ? batchedBytes(from, bytes) : 0;
     for (Word first = 0; first < batched; first += batchBytes) {
+        prefetchAhead<true>(from + first, batchBytes, batched - first);
         Vector moved[vectorsInFlight];
         VEXIL_UNROLL
         for (Word k = 0; k < vectorsInFlight; ++k)
