@@ -150,7 +150,7 @@ cudaError_t CudaRuntime::cudaFree(void* memory) {
 
 cudaError_t CudaRuntime::cudaMemcpy(void* to, const void* from, std::size_t bytes, cudaMemcpyKind kind) {
     cudaError_t error = enterContext();
-    if (error == cudaSuccess) {
+    if (error == cudaSuccess && bytes != 0) {
         switch (kind) {
         case cudaMemcpyHostToDevice:
             error = call(driver_.cuMemcpyHtoD, address(to), from, bytes);
