@@ -10,9 +10,6 @@ constexpr const char* schema = "vexil.scenario/1";
 
 ScenarioCard readCard(FieldReader& reader, std::size_t place) {
     auto card = readScenarioCard(reader, place);
-    if (auto cuda = reader.object("cuda")) {
-        card.cuda = readCudaCard(*cuda, card.location);
-    }
     reader.finish();
     return card;
 }
