@@ -23,6 +23,8 @@ Scenario loadScenario(const std::string& file) {
     }
     Scenario scenario;
     scenario.description = reader.text("description", "");
+    scenario.cudaDriverVersion = static_cast<std::int32_t>(
+        reader.number("cudaDriverVersion", 0, 99999, static_cast<std::uint64_t>(scenario.cudaDriverVersion)));
     for (auto& card : reader.objects("cards")) {
         scenario.cards.push_back(readCard(card, scenario.cards.size()));
     }
