@@ -13,6 +13,8 @@ namespace vexil::simulated {
 struct Scenario {
     std::string description;
     std::vector<ScenarioCard> cards;
+    AdlSection adl;
+    NvapiSection nvapi;
 };
 
 /// Reads and checks a scenario file, every section of it. Throws `ScenarioError`.

@@ -1,6 +1,8 @@
 #include "core/sal.h"
 #include "module/video_card/cuda/cuda_devices.h"
 #include "module/video_card/machine.h"
+#include "module/video_card/statistics/adl/adl_scanner.h"
+#include "module/video_card/statistics/nvapi/nvapi_scanner.h"
 #include "platform/kernel_graphics.h"
 #include "platform/library_names.h"
 #include "platform/wide_text.h"
@@ -67,7 +69,12 @@ public:
     std::int32_t cudaDriverVersion() override { return 0; }
     std::vector<CudaDeviceRecord> cudaDevices() override { return {}; }
     std::vector<Dx11Context> direct3dContexts() override { return createAllDx11Contexts(); }
-    StatisticsScans statisticsScans(const std::vector<AdapterRecord>&) override { return {}; }
+    StatisticsScans statisticsScans(const std::vector<AdapterRecord>&) override {
+        StatisticsScans scans;
+        scans.adl = [](StatisticsSources& sources) { ADLDeviceStatisticsScanner().scan(sources); };
+        scans.nvapi = [](StatisticsSources& sources) { NvapiDeviceStatisticsScanner().scan(sources); };
+        return scans;
+    }
 };
 
 } // namespace
