@@ -1,6 +1,7 @@
 #pragma once
 
 #include "simulated/scenario/adl_section.h"
+#include "simulated/scenario/direct3d_section.h"
 #include "simulated/scenario/nvapi_section.h"
 
 #include <cstdint>
@@ -13,13 +14,14 @@ class FieldReader;
 
 /// One card as the operating system of a simulated machine lists it.
 struct ScenarioCard {
-    std::string name;                      ///< device description; may be empty
-    std::string manufacturer;              ///< may be empty
-    std::string vendorId;                  ///< four upper-case hexadecimal digits
-    std::string deviceId;                  ///< likewise
-    std::string location;                  ///< "bb:dd.f", lower-case hexadecimal
-    bool hasInterface = true;              ///< whether a display interface, and so a path and a LUID, exists
-    std::uint64_t luid = 0;                ///< made up from the card's place in the scenario; never 0
+    std::string name;         ///< device description; may be empty
+    std::string manufacturer; ///< may be empty
+    std::string vendorId;     ///< four upper-case hexadecimal digits
+    std::string deviceId;     ///< likewise
+    std::string location;     ///< "bb:dd.f", lower-case hexadecimal
+    bool hasInterface = true; ///< whether a display interface, and so a path and a LUID, exists
+    std::uint64_t luid = 0;   ///< made up from the card's place in the scenario; never 0
+    Direct3DSection direct3d;
     std::optional<AdlCardSection> adl;     ///< only if ADL knows the card
     std::optional<NvapiCardSection> nvapi; ///< only if NVAPI knows the card
 
