@@ -64,9 +64,9 @@ TEST_F(AdlLoading, FindsTheCardOfTheHealthyMachineThroughTheVendorsName) {
     EXPECT_EQ(sources[0]->getTemperature(celsius), VideoCardStatisticsStatus::Ok);
     EXPECT_EQ(celsius, 51);
     EXPECT_EQ(sources[0]->getTotalMemory(bytes), VideoCardStatisticsStatus::Ok);
-    EXPECT_EQ(bytes, 1ULL << 30);
+    EXPECT_EQ(bytes, 12ULL << 30);
     EXPECT_EQ(sources[0]->getFreeMemory(bytes), VideoCardStatisticsStatus::Ok);
-    EXPECT_EQ(bytes, 256ULL << 20);
+    EXPECT_EQ(bytes, 11ULL << 30);
 }
 
 TEST_F(AdlLoading, LacksEachFunctionThatTheScenarioTakesAway) {
