@@ -14,6 +14,8 @@ struct Scenario {
     std::string description;
     std::int32_t cudaDriverVersion = 12040; ///< 1000 * major + 10 * minor
     std::vector<ScenarioCard> cards;
+    AdlSection adl;
+    NvapiSection nvapi;
 };
 
 /// Reads and checks a scenario file, every section of it. Throws `ScenarioError`.

@@ -2,6 +2,8 @@
 #include "module/video_card/cuda/cuda_devices.h"
 #include "module/video_card/cuda/cuda_runtime.h"
 #include "module/video_card/machine.h"
+#include "module/video_card/statistics/adl/adl_scanner.h"
+#include "module/video_card/statistics/nvapi/nvapi_scanner.h"
 #include "platform/kernel_graphics.h"
 #include "platform/library_names.h"
 #include "platform/wide_text.h"
@@ -96,7 +98,12 @@ public:
         return listCudaDevices(listing, strings());
     }
     std::vector<Dx11Context> direct3dContexts() override { return createAllDx11Contexts(); }
-    StatisticsScans statisticsScans(const std::vector<AdapterRecord>&) override { return {}; }
+    StatisticsScans statisticsScans(const std::vector<AdapterRecord>&) override {
+        StatisticsScans scans;
+        scans.adl = [](StatisticsSources& sources) { ADLDeviceStatisticsScanner().scan(sources); };
+        scans.nvapi = [](StatisticsSources& sources) { NvapiDeviceStatisticsScanner().scan(sources); };
+        return scans;
+    }
 };
 
 } // namespace
