@@ -7,5 +7,6 @@ namespace vexil::platform {
 [[nodiscard]] const char* dxgiLibrary();           ///< exports `CreateDXGIFactory`
 [[nodiscard]] const char* kernelGraphicsLibrary(); ///< exports the `D3DKMT` functions
 [[nodiscard]] const char* cudaDriverLibrary();     ///< exports the CUDA driver's functions
+[[nodiscard]] const char* processorLibrary();      ///< exports `VexilCpuid`; only simulated machines have one
 
 } // namespace vexil::platform

@@ -6,5 +6,6 @@ const char* direct3dLibrary() { return "libdxvk_d3d11.so.0"; }
 const char* dxgiLibrary() { return "libdxvk_dxgi.so.0"; }
 const char* kernelGraphicsLibrary() { return "libvexil_kernel_graphics.so"; }
 const char* cudaDriverLibrary() { return "libcuda.so.1"; }
+const char* processorLibrary() { return "libvexil_processor.so"; }
 
 } // namespace vexil::platform

@@ -59,7 +59,7 @@ void* openTrustedLibrary(const std::string& name) {
         return dlopen(name.c_str(), mode);
     }
     // A library that already answers to this name is the one meant, as with the system's loader on Windows.
-    if (void* loaded = dlopen(name.c_str(), mode | RTLD_NOLOAD)) {
+    if (void* loaded = loadedLibrary(name)) {
         return loaded;
     }
     const auto own = ownFolder();
@@ -72,6 +72,8 @@ void* openTrustedLibrary(const std::string& name) {
 }
 
 void* openLibraryPath(const std::string& path) { return dlopen(path.c_str(), mode); }
+
+void* loadedLibrary(const std::string& name) { return dlopen(name.c_str(), mode | RTLD_NOLOAD); }
 
 std::optional<std::string> systemLibraryFolder() {
     // Debian's folder first, then those of the other families.
