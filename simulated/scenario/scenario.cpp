@@ -10,6 +10,7 @@ constexpr const char* schema = "vexil.scenario/1";
 
 ScenarioCard readCard(FieldReader& reader, std::size_t place) {
     auto card = readScenarioCard(reader, place);
+    card.kernelGraphics = readKernelGraphicsSection(reader);
     reader.finish();
     return card;
 }
@@ -26,6 +27,8 @@ Scenario loadScenario(const std::string& file) {
     for (auto& card : reader.objects("cards")) {
         scenario.cards.push_back(readCard(card, scenario.cards.size()));
     }
+    scenario.processor = readProcessorSection(reader);
+    scenario.driverService = readDriverServiceSection(reader);
     reader.finish();
     return scenario;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "simulated/scenario/field_reader.h"
+#include "simulated/scenario/processor_section.h"
 #include "simulated/scenario/scenario_card.h"
 
 #include <optional>
@@ -13,6 +14,8 @@ namespace vexil::simulated {
 struct Scenario {
     std::string description;
     std::vector<ScenarioCard> cards;
+    ProcessorSection processor;
+    DriverServiceSection driverService;
 };
 
 /// Reads and checks a scenario file, every section of it. Throws `ScenarioError`.

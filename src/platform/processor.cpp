@@ -34,6 +34,15 @@ CpuidRegisters cpuid(std::uint32_t leaf) {
     return registers;
 }
 
+bool hasProcessorLibrary() {
+    void* library = loadedLibrary(processorLibrary());
+    if (library == nullptr) {
+        return false;
+    }
+    closeLibrary(library);
+    return true;
+}
+
 ProcessorSignature processorSignature(std::uint32_t eax) {
     const auto family = eax >> 8 & 0xF;
     const auto model = eax >> 4 & 0xF;

@@ -20,6 +20,9 @@ using CpuidFunction = void (*)(std::uint32_t leaf, CpuidRegisters* registers);
 /// library `processorLibrary()`, that one answers. It is never searched for.
 [[nodiscard]] CpuidRegisters cpuid(std::uint32_t leaf);
 
+/// Whether such a library answers.
+[[nodiscard]] bool hasProcessorLibrary();
+
 /// Family, model and stepping in their displayed form, with the extended fields added in.
 struct ProcessorSignature {
     std::uint32_t family = 0;

@@ -1,6 +1,8 @@
 #include "core/sal.h"
 #include "module/video_card/cuda/cuda_devices.h"
 #include "module/video_card/machine.h"
+#include "module/video_card/statistics/d3dkmt/d3dkmt_device_statistics.h"
+#include "module/video_card/statistics/intel/intel_device_statistics.h"
 #include "platform/kernel_graphics.h"
 #include "platform/library_names.h"
 #include "platform/wide_text.h"
@@ -67,7 +69,14 @@ public:
     std::int32_t cudaDriverVersion() override { return 0; }
     std::vector<CudaDeviceRecord> cudaDevices() override { return {}; }
     std::vector<Dx11Context> direct3dContexts() override { return createAllDx11Contexts(); }
-    StatisticsScans statisticsScans(const std::vector<AdapterRecord>&) override { return {}; }
+    StatisticsScans statisticsScans(const std::vector<AdapterRecord>& adapters) override {
+        StatisticsScans scans;
+        scans.intel = [](StatisticsSources& sources) { IntelDeviceStatisticsScanner().scan(sources); };
+        scans.d3dkmt = [adapters](StatisticsSources& sources) {
+            D3DKMTDeviceStatisticsScanner(adapters).scan(sources);
+        };
+        return scans;
+    }
 };
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "module/video_card/direct3d/extended_video_memory_test.h"
 #include "module/video_card/direct3d/video_memory_test.h"
+#include "module/video_card/tool/thermal_monitor_tool.h"
 
 #include <algorithm>
 #include <array>
@@ -23,6 +24,7 @@ struct CreationRow {
 constexpr std::array creation = {
     CreationRow{1, make<Dx11VideoMemoryTest>},
     CreationRow{4, make<Dx11ExtendedVideoMemoryTest>},
+    CreationRow{90, make<tool::ThermalMonitorToolVideocard>},
 };
 
 } // namespace
