@@ -1,5 +1,6 @@
 #pragma once
 
+#include "simulated/scenario/direct3d_section.h"
 #include "simulated/scenario/kernel_graphics_section.h"
 
 #include <cstdint>
@@ -18,6 +19,7 @@ struct ScenarioCard {
     std::string location;     ///< "bb:dd.f", lower-case hexadecimal
     bool hasInterface = true; ///< whether a display interface, and so a path and a LUID, exists
     std::uint64_t luid = 0;   ///< made up from the card's place in the scenario; never 0
+    Direct3DSection direct3d;
     KernelGraphicsSection kernelGraphics;
 
     /// The path of the card's display interface.
