@@ -1,10 +1,10 @@
-#include "host/platform/process.h"
 #include "module/video_card/statistics/d3dkmt/d3dkmt_device_statistics.h"
 #include "module/video_card/statistics/intel/intel_device_statistics.h"
 #include "platform/processor.h"
 #include "platform/processor_cim.h"
 #include "platform/shared_library.h"
 #include "simulated/scenario/scenario.h"
+#include "support/environment.h"
 
 #include <gtest/gtest.h>
 
@@ -38,7 +38,7 @@ protected:
         std::ofstream(file) << R"({"schema": "vexil.scenario/1", )" << machine << (machine.empty() ? "" : ", ")
                             << R"("cards": [{"vendorId": "8086", "deviceId": "3E92", "location": "00:02.0")"
                             << (card.empty() ? "" : ", ") << card << "}]}";
-        host::platform::setEnvironmentVariable("VEXIL_SCENARIO", file.string());
+        setEnvironment("VEXIL_SCENARIO", file.string());
         const auto scenario = simulated::loadScenario(file.string());
         record_.vendorId = "8086";
         record_.location = scenario.cards.at(0).location;
