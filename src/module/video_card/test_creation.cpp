@@ -9,6 +9,7 @@
 #include "module/video_card/cuda/cuda_random_number_sequence_test.h"
 #include "module/video_card/direct3d/extended_video_memory_test.h"
 #include "module/video_card/direct3d/video_memory_test.h"
+#include "module/video_card/tool/thermal_monitor_tool.h"
 
 #include <algorithm>
 #include <array>
@@ -27,13 +28,21 @@ struct CreationRow {
     std::unique_ptr<core::Test> (*make)();
 };
 
+// clang-format off
 constexpr std::array creation = {
-    CreationRow{1, make<Dx11VideoMemoryTest>},        CreationRow{11, make<CUDAMemoryFaultTest>},
-    CreationRow{12, make<CUDAAddressTest>},           CreationRow{13, make<CUDAMovingInversionTest>},
-    CreationRow{14, make<CUDABlockMoveTest>},         CreationRow{15, make<CudaRandomNumberSequenceTest>},
-    CreationRow{16, make<CudaModuloXTest>},           CreationRow{19, make<CudaStandardMathOperation>},
-    CreationRow{20, make<CudaAdvancedMathOperation>}, CreationRow{4, make<Dx11ExtendedVideoMemoryTest>},
+    CreationRow{1, make<Dx11VideoMemoryTest>},
+    CreationRow{11, make<CUDAMemoryFaultTest>},
+    CreationRow{12, make<CUDAAddressTest>},
+    CreationRow{13, make<CUDAMovingInversionTest>},
+    CreationRow{14, make<CUDABlockMoveTest>},
+    CreationRow{15, make<CudaRandomNumberSequenceTest>},
+    CreationRow{16, make<CudaModuloXTest>},
+    CreationRow{19, make<CudaStandardMathOperation>},
+    CreationRow{20, make<CudaAdvancedMathOperation>},
+    CreationRow{4, make<Dx11ExtendedVideoMemoryTest>},
+    CreationRow{90, make<tool::ThermalMonitorToolVideocard>},
 };
+// clang-format on
 
 } // namespace
 
