@@ -44,6 +44,9 @@ ScenarioCard readScenarioCard(FieldReader& reader, std::size_t place) {
     card.hasInterface = reader.flag("hasInterface", true);
     // Far from what a real adapter of the build machine reports, so that the two are never mixed up.
     card.luid = 0x5E1F'0000'0000ULL + place + 1;
+    if (auto section = reader.object("direct3d")) {
+        card.direct3d = readDirect3DSection(*section);
+    }
     return card;
 }
 

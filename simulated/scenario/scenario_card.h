@@ -1,5 +1,7 @@
 #pragma once
 
+#include "simulated/scenario/direct3d_section.h"
+
 #include <cstdint>
 #include <string>
 
@@ -16,6 +18,7 @@ struct ScenarioCard {
     std::string location;     ///< "bb:dd.f", lower-case hexadecimal
     bool hasInterface = true; ///< whether a display interface, and so a path and a LUID, exists
     std::uint64_t luid = 0;   ///< made up from the card's place in the scenario; never 0
+    Direct3DSection direct3d;
 
     /// The path of the card's display interface.
     [[nodiscard]] std::string devicePath() const;

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "simulated/direct3d/device_context_proxy.h"
+#include "simulated/direct3d/device_faults.h"
+#include "simulated/direct3d/device_proxy.h"
+
+#include <memory>
+
+namespace vexil::simulated {
+
+class SimulatedDevice;
+
+/// The immediate context of a simulated device. The two are one object to the outside: they live as long as
+/// somebody holds either.
+class SimulatedDeviceContext final : public DeviceContextProxy {
+public:
+    SimulatedDeviceContext(ID3D11DeviceContext* real, SimulatedDevice& device)
+        : DeviceContextProxy(real), device_(device) {}
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override;
+    ULONG STDMETHODCALLTYPE AddRef() override;
+    ULONG STDMETHODCALLTYPE Release() override;
+    void STDMETHODCALLTYPE GetDevice(ID3D11Device** device) override;
+    void STDMETHODCALLTYPE UpdateSubresource(ID3D11Resource* target, UINT index, const D3D11_BOX* box,
+                                             const void* rows, UINT rowPitch, UINT depthPitch) override;
+
+protected:
+    HRESULT admit(const char* call) override;
+    CallLog* log() const override;
+
+private:
+    SimulatedDevice& device_;
+};
+
+/// A device of a simulated card: the real device, with the card's faults in front of it. Resources are the
+/// real ones.
+class SimulatedDevice final : public DeviceProxy {
+public:
+    /// By which a simulated device is told from a real one, and leads to it.
+    static constexpr GUID id{0x51B7C7F0, 0x2D36, 0x4C7B, {0x8E, 0x0A, 0x95, 0x4F, 0x3D, 0x1A, 0x6E, 0xB2}};
+
+    /// Takes over the references of the caller.
+    SimulatedDevice(ID3D11Device* real, ID3D11DeviceContext* realContext,
+                    std::shared_ptr<SimulatedCard> card);
+    virtual ~SimulatedDevice();
+
+    [[nodiscard]] DeviceFaults& faults() { return faults_; }
+    [[nodiscard]] CallLog* log() const override { return faults_.card().log().get(); }
+    [[nodiscard]] ID3D11DeviceContext* context() { return &context_; }
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override;
+    ULONG STDMETHODCALLTYPE AddRef() override { return references_.add(); }
+    ULONG STDMETHODCALLTYPE Release() override { return references_.release(this); }
+    HRESULT STDMETHODCALLTYPE CreateBuffer(const D3D11_BUFFER_DESC* desc, const D3D11_SUBRESOURCE_DATA* data,
+                                           ID3D11Buffer** buffer) override;
+    HRESULT STDMETHODCALLTYPE CreateTexture2D(const D3D11_TEXTURE2D_DESC* desc,
+                                              const D3D11_SUBRESOURCE_DATA* data,
+                                              ID3D11Texture2D** texture) override;
+    HRESULT STDMETHODCALLTYPE CheckFormatSupport(DXGI_FORMAT format, UINT* support) override;
+    HRESULT STDMETHODCALLTYPE GetDeviceRemovedReason() override;
+    void STDMETHODCALLTYPE GetImmediateContext(ID3D11DeviceContext** context) override;
+
+protected:
+    HRESULT admit(const char* call) override { return faults_.admit(call); }
+
+private:
+    ReferenceCount references_;
+    DeviceFaults faults_;
+    SimulatedDeviceContext context_;
+};
+
+} // namespace vexil::simulated

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vexil::simulated {
+
+class FieldReader;
+
+/// What goes wrong on a card's Direct3D device. Surfaces and calls are counted from 1, on each new device
+/// afresh.
+struct Direct3DFault {
+    enum class Kind {
+        surfaceAllocation, ///< surface number `number` and those behind it cannot be made; `result` says why
+        changedByte,   ///< of surface `number`, the byte at `offset` is stored changed by the bits of `mask`
+        deviceRemoved, ///< when its turn comes to surface `number` the card is gone, 0: from the start
+        failingCall,   ///< `call` fails with `result`, from its `number`th time on
+        noResolveSupport, ///< no format can be resolved
+    };
+
+    Kind kind = Kind::failingCall;
+    std::uint32_t number = 1;
+    std::string call; ///< the name of a function that returns an HRESULT
+    std::uint32_t offset = 0;
+    std::uint8_t mask = 0;
+    std::uint32_t result = 0; ///< an HRESULT
+};
+
+/// A card as Direct3D shows it: the section "direct3d" of a card in a scenario.
+struct Direct3DSection {
+    static constexpr std::uint64_t defaultMemory = std::uint64_t{1} << 30;
+
+    bool present = true; ///< whether DXGI lists the card at all
+    std::string description;
+    std::uint64_t dedicatedMemory = defaultMemory; ///< bytes
+    std::uint64_t sharedMemory = defaultMemory;    ///< bytes
+    /// Bytes of video memory that the card really has. Surfaces are refused beyond it.
+    std::optional<std::uint64_t> memoryBudget;
+    /// All surfaces of a device are one and the same memory. Lets a machine with little memory play a large
+    /// card; a test that writes and reads back one surface at a time does not see it.
+    bool oneSurfaceMemory = false;
+    std::vector<Direct3DFault> faults;
+};
+
+/// The calls that a `failingCall` can name.
+[[nodiscard]] const std::vector<std::string>& failingDirect3DCalls();
+
+/// Reads the section. Throws `ScenarioError`.
+[[nodiscard]] Direct3DSection readDirect3DSection(FieldReader& reader);
+
+} // namespace vexil::simulated

@@ -1,0 +1,91 @@
+#include "module/video_card/module.h"
+#include "module/video_card/catalogue.h"
+#include "module/video_card/entry.h"
+#include "support/fake_machine.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace vexil::module::video_card {
+namespace {
+
+class ModuleTest : public testing::Test {
+protected:
+    tests::FakeMachine machine_;
+    Module module_{machine_, 2};
+};
+
+TEST_F(ModuleTest, SaysWhatItIs) {
+    EXPECT_EQ(module_.moduleId(), 7);
+    EXPECT_EQ(module_.shortName(), "VC");
+    EXPECT_EQ(module_.nameKey(), "VIDEO_CARD");
+    const auto version = module_.moduleVersion();
+    EXPECT_EQ(version.major, 5);
+    EXPECT_EQ(version.minor, 2);
+    EXPECT_EQ(version.patch, 0);
+    EXPECT_EQ(version.label, "");
+}
+
+TEST_F(ModuleTest, ListsTheCatalogueInOrder) {
+    const auto ids = module_.testIds();
+    ASSERT_EQ(ids.size(), catalogue.size());
+    EXPECT_EQ(std::vector<std::int32_t>(ids.begin(), ids.begin() + 3), (std::vector<std::int32_t>{1, 3, 11}));
+    EXPECT_EQ(std::vector<std::int32_t>(ids.end() - 3, ids.end()), (std::vector<std::int32_t>{90, 5, 21}));
+}
+
+TEST_F(ModuleTest, HasNoToolIdsAndNoDescriptionHoweverOftenItIsAsked) {
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_TRUE(module_.toolIds().empty());
+        EXPECT_EQ(module_.description(), "");
+    }
+}
+
+TEST_F(ModuleTest, MakesNoTestForAnIdThatDoesNotExist) {
+    for (const int id : {0, 2, 6, 10, 22, 89, 91, -1}) {
+        EXPECT_EQ(module_.createTest(id), nullptr) << id;
+    }
+}
+
+TEST_F(ModuleTest, MakesEachTestWithTheDescriptorOfItsRow) {
+    for (const auto& row : catalogue) {
+        const auto test = module_.createTest(row.id);
+        if (!test) {
+            continue; // Listed by the test below.
+        }
+        EXPECT_EQ(test->id(), row.id);
+        EXPECT_EQ(test->descriptor().name, row.name);
+        EXPECT_EQ(test->descriptor().tooltip, row.tooltip);
+        EXPECT_EQ(test->descriptor().group, row.group);
+        EXPECT_EQ(test->descriptor().groupRank, row.groupRank);
+        EXPECT_FALSE(test->requiresExclusiveRun());
+    }
+}
+
+/// Ids whose class a later change brings. A class that comes is taken off this list.
+TEST_F(ModuleTest, LacksTheClassesOfTheseIdsOnly) {
+    const std::set<std::int32_t> expected = {3, 5, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20, 21, 90};
+    std::set<std::int32_t> missing;
+    for (const auto& row : catalogue) {
+        if (!module_.createTest(row.id)) {
+            missing.insert(row.id);
+        }
+    }
+    EXPECT_EQ(missing, expected);
+}
+
+TEST_F(ModuleTest, HandsOutFurtherOwnersOfItsScannerAndDispatcher) {
+    EXPECT_EQ(module_.deviceScanner(), module_.deviceScanner());
+    EXPECT_EQ(module_.dispatcher(), module_.dispatcher());
+    EXPECT_NE(module_.deviceScanner(), nullptr);
+    EXPECT_NE(module_.dispatcher(), nullptr);
+}
+
+TEST_F(ModuleTest, TouchesNoDeviceUntilTheHostScans) {
+    EXPECT_TRUE(machine_.list.filters.empty());
+}
+
+TEST(ModuleEntry, GivesBackNothingForNull) { DestroyModuleInstance(nullptr); }
+
+} // namespace
+} // namespace vexil::module::video_card
