@@ -25,9 +25,9 @@ struct ComputeRun {
 /// Looks at what the shader left in the output buffer; false if a value is wrong.
 using OutputCheck = std::function<bool(std::span<const std::byte> output)>;
 
-/// Runs a shader, reads its output back and has it checked. `Passed`, `Failed` for a wrong value, `NotCompleted`
-/// if the card would not create a resource or give the output back. With a null shader nothing runs, and the
-/// output is what it was before.
+/// Runs a shader, reads its output back and has it checked. `Passed`, `Failed` for a wrong value,
+/// `NotCompleted` if the card would not create a resource or give the output back. With a null shader nothing
+/// runs, and the output is what it was before.
 [[nodiscard]] std::uint8_t runCompute(ID3D11Device& device, ID3D11DeviceContext& context,
                                       ID3D11ComputeShader* shader, const ComputeRun& run,
                                       const OutputCheck& isRight);

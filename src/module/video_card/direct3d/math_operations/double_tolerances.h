@@ -7,9 +7,9 @@
 
 namespace vexil::module::video_card {
 
-/// The tolerances of the double tables. They are looked up by the number of the element and not by its row, in
-/// a view where the three arrays are one run of memory: the one ULP that was meant for the fourth row goes to the
-/// fourth element, and the rows behind it are compared exactly. That is how the comparison is to work.
+/// The tolerances of the double tables. They are looked up by the number of the element and not by its row,
+/// in a view where the three arrays are one run of memory: the one ULP that was meant for the fourth row goes
+/// to the fourth element, and the rows behind it are compared exactly. That is how the comparison is to work.
 struct DoubleTolerances {
     std::array<std::int32_t, 4> maxUlps{-1};
     std::array<double, 4> absolute{-1};

@@ -47,8 +47,8 @@ protected:
     template <typename T, typename IsRight>
     [[nodiscard]] std::uint8_t runTable(ID3D11ComputeShader* shader, const MathOpTable<T>& table,
                                         const IsRight& isRight) const {
-        const StructuredContent inputs[] = {
-            contentOf(table.input0), contentOf(table.input1), contentOf(table.input2)};
+        const StructuredContent inputs[] = {contentOf(table.input0), contentOf(table.input1),
+                                            contentOf(table.input2)};
         return run(shader, {inputs, contentOf(table.expected), table.rowCount}, eachElement<T>(isRight));
     }
 

@@ -8,8 +8,8 @@
 
 namespace vexil::module::video_card {
 
-/// Operations on floats, in advanced mode the dot products too. Each row of the table and each dot product has
-/// tolerances of its own.
+/// Operations on floats, in advanced mode the dot products too. Each row of the table and each dot product
+/// has tolerances of its own.
 class DirectComputeMathOpFloat final : public DirectComputeMathOp {
 public:
     DirectComputeMathOpFloat(std::int32_t mode, ComShared<ID3D11Device> device,

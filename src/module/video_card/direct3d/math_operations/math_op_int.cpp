@@ -15,7 +15,8 @@ DirectComputeMathOpInt::DirectComputeMathOpInt(std::int32_t mode, ComShared<ID3D
     }
 }
 
-std::uint8_t DirectComputeMathOpInt::execute(std::int32_t, ID3D11ComputeShader* shader, ID3D11ComputeShader*) {
+std::uint8_t DirectComputeMathOpInt::execute(std::int32_t, ID3D11ComputeShader* shader,
+                                             ID3D11ComputeShader*) {
     return runOperations(shader);
 }
 

@@ -11,7 +11,8 @@ namespace vexil::module::video_card {
 /// Columns of every table, and threads of a group of the shaders that compute them.
 inline constexpr std::size_t mathOpColumns = 5;
 
-/// One operation on five sets of operands. The row number is the shader's group number, the column its thread.
+/// One operation on five sets of operands. The row number is the shader's group number, the column its
+/// thread.
 template <typename T>
 struct MathOpRow {
     const char* operation;
@@ -32,7 +33,7 @@ struct MathOpTable {
     std::vector<T> expected;
 
     void load(std::span<const MathOpRow<T>> rows) {
-        *this = {static_cast<std::uint32_t>(rows.size()), static_cast<std::uint32_t>(mathOpColumns)};
+        *this = {static_cast<std::uint32_t>(rows.size()), mathOpColumns, {}, {}, {}, {}};
         for (const auto& row : rows) {
             input0.insert(input0.end(), row.a.begin(), row.a.end());
             input1.insert(input1.end(), row.b.begin(), row.b.end());

@@ -17,28 +17,32 @@ constexpr auto advancedMode = DirectComputeMathOp::advancedMode;
 
 } // namespace
 
+template <typename Operations>
+std::uint8_t DirectComputeMathOpTest::runStage(const core::TestRunArguments& arguments,
+                                               const Device::Direct3DLock& access, std::int32_t mode,
+                                               Bytecode shader, Bytecode dotShader) {
+    const auto& dx11 = *access.slot();
+    Operations operations(mode, dx11.device, dx11.context);
+    return runShaders(arguments, *dx11.device, operations, mode, shader, dotShader);
+}
+
 DirectComputeMathOpStandardTest::DirectComputeMathOpStandardTest()
     : DirectComputeMathOpTest(catalogueDescriptor(standardTestId)) {}
 
 std::uint8_t DirectComputeMathOpStandardTest::runIntegerStage(const core::TestRunArguments& arguments,
                                                               const Device::Direct3DLock& access) {
-    const auto dx11 = *access.slot();
-    DirectComputeMathOpInt operations(standardMode, dx11.device, dx11.context);
-    return runStage(arguments, *dx11.device, operations, standardMode, shaders::StandardIntShader);
+    return runStage<DirectComputeMathOpInt>(arguments, access, standardMode, shaders::StandardIntShader);
 }
 
 std::uint8_t DirectComputeMathOpStandardTest::runFloatStage(const core::TestRunArguments& arguments,
                                                             const Device::Direct3DLock& access) {
-    const auto dx11 = *access.slot();
-    DirectComputeMathOpFloat operations(standardMode, dx11.device, dx11.context);
-    return runStage(arguments, *dx11.device, operations, standardMode, shaders::StandardFloatShader);
+    return runStage<DirectComputeMathOpFloat>(arguments, access, standardMode, shaders::StandardFloatShader);
 }
 
 std::uint8_t DirectComputeMathOpStandardTest::runDoubleStage(const core::TestRunArguments& arguments,
                                                              const Device::Direct3DLock& access) {
-    const auto dx11 = *access.slot();
-    DirectComputeMathOpDouble operations(standardMode, dx11.device, dx11.context);
-    return runStage(arguments, *dx11.device, operations, standardMode, shaders::StandardDoubleShader);
+    return runStage<DirectComputeMathOpDouble>(arguments, access, standardMode,
+                                               shaders::StandardDoubleShader);
 }
 
 DirectComputeMathOpAdvancedTest::DirectComputeMathOpAdvancedTest()
@@ -46,24 +50,19 @@ DirectComputeMathOpAdvancedTest::DirectComputeMathOpAdvancedTest()
 
 std::uint8_t DirectComputeMathOpAdvancedTest::runIntegerStage(const core::TestRunArguments& arguments,
                                                               const Device::Direct3DLock& access) {
-    const auto dx11 = *access.slot();
-    DirectComputeMathOpInt operations(advancedMode, dx11.device, dx11.context);
-    return runStage(arguments, *dx11.device, operations, advancedMode, shaders::AdvancedIntShader);
+    return runStage<DirectComputeMathOpInt>(arguments, access, advancedMode, shaders::AdvancedIntShader);
 }
 
 std::uint8_t DirectComputeMathOpAdvancedTest::runFloatStage(const core::TestRunArguments& arguments,
                                                             const Device::Direct3DLock& access) {
-    const auto dx11 = *access.slot();
-    DirectComputeMathOpFloat operations(advancedMode, dx11.device, dx11.context);
-    return runStage(arguments, *dx11.device, operations, advancedMode, shaders::AdvancedFloatShader,
-                    shaders::DotProductShader);
+    return runStage<DirectComputeMathOpFloat>(arguments, access, advancedMode, shaders::AdvancedFloatShader,
+                                              shaders::DotProductShader);
 }
 
 std::uint8_t DirectComputeMathOpAdvancedTest::runDoubleStage(const core::TestRunArguments& arguments,
                                                              const Device::Direct3DLock& access) {
-    const auto dx11 = *access.slot();
-    DirectComputeMathOpDouble operations(advancedMode, dx11.device, dx11.context);
-    return runStage(arguments, *dx11.device, operations, advancedMode, shaders::AdvancedDoubleShader);
+    return runStage<DirectComputeMathOpDouble>(arguments, access, advancedMode,
+                                               shaders::AdvancedDoubleShader);
 }
 
 } // namespace vexil::module::video_card

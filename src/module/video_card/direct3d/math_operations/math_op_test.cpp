@@ -42,9 +42,9 @@ bool DirectComputeMathOpTest::isSupported(core::Device* device, std::shared_ptr<
     return hasHardwareDirect3D(device);
 }
 
-std::uint8_t DirectComputeMathOpTest::runStage(const core::TestRunArguments& arguments, ID3D11Device& device,
-                                               DirectComputeMathOp& operations, std::int32_t mode,
-                                               Bytecode shader, Bytecode dotShader) {
+std::uint8_t DirectComputeMathOpTest::runShaders(const core::TestRunArguments& arguments,
+                                                 ID3D11Device& device, DirectComputeMathOp& operations,
+                                                 std::int32_t mode, Bytecode shader, Bytecode dotShader) {
     const auto end = [&](std::uint8_t result, const core::TestMessage& message) {
         arguments.reporter->setProgress(100);
         arguments.reporter->report(message);
@@ -63,8 +63,8 @@ std::uint8_t DirectComputeMathOpTest::runStage(const core::TestRunArguments& arg
 }
 
 std::uint8_t DirectComputeMathOpTest::execute(const core::TestRunArguments& arguments) {
-    using Stage = std::uint8_t (DirectComputeMathOpTest::*)(const core::TestRunArguments&,
-                                                            const Device::Direct3DLock&);
+    using Stage =
+        std::uint8_t (DirectComputeMathOpTest::*)(const core::TestRunArguments&, const Device::Direct3DLock&);
     static constexpr Stage stages[] = {&DirectComputeMathOpTest::runIntegerStage,
                                        &DirectComputeMathOpTest::runFloatStage,
                                        &DirectComputeMathOpTest::runDoubleStage};

@@ -10,8 +10,8 @@ namespace vexil::module::video_card {
 
 class DirectComputeMathOp;
 
-/// Runs fixed tables of operands through compute shaders, in three stages, and compares what the card makes of
-/// them with stored results. A run can be stopped between the stages only.
+/// Runs fixed tables of operands through compute shaders, in three stages, and compares what the card makes
+/// of them with stored results. A run can be stopped between the stages only.
 class DirectComputeMathOpTest : public core::Test {
 public:
     std::uint8_t execute(const core::TestRunArguments& arguments) override;
@@ -32,11 +32,16 @@ protected:
 
     explicit DirectComputeMathOpTest(core::TestDescriptor descriptor);
 
-    /// Creates the shaders on the card's device, runs the operations with them, and reports what goes wrong. A
-    /// shader that the card cannot create is left out, and so is an empty one.
-    static std::uint8_t runStage(const core::TestRunArguments& arguments, ID3D11Device& device,
-                                 DirectComputeMathOp& operations, std::int32_t mode, Bytecode shader,
-                                 Bytecode dotShader = {});
+    /// One stage: creates the shaders on the card's device, has `Operations` run them, and reports what goes
+    /// wrong. A shader that the card cannot create is left out, and so is an empty one.
+    template <typename Operations>
+    static std::uint8_t runStage(const core::TestRunArguments& arguments, const Device::Direct3DLock& access,
+                                 std::int32_t mode, Bytecode shader, Bytecode dotShader = {});
+
+private:
+    static std::uint8_t runShaders(const core::TestRunArguments& arguments, ID3D11Device& device,
+                                   DirectComputeMathOp& operations, std::int32_t mode, Bytecode shader,
+                                   Bytecode dotShader);
 };
 
 /// The basic operations: sums, products and quotients.
