@@ -1,6 +1,8 @@
 #include "module/video_card/test_creation.h"
 
 #include "module/video_card/direct3d/extended_video_memory_test.h"
+#include "module/video_card/direct3d/math_operations/math_op_test.h"
+#include "module/video_card/direct3d/texture_pipeline/texture_pipeline_test.h"
 #include "module/video_card/direct3d/video_memory_test.h"
 
 #include <algorithm>
@@ -22,6 +24,9 @@ struct CreationRow {
 
 constexpr std::array creation = {
     CreationRow{1, make<Dx11VideoMemoryTest>},
+    CreationRow{3, make<Dx11TexturePipelineTest>},
+    CreationRow{17, make<DirectComputeMathOpStandardTest>},
+    CreationRow{18, make<DirectComputeMathOpAdvancedTest>},
     CreationRow{4, make<Dx11ExtendedVideoMemoryTest>},
 };
 
