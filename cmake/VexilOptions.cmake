@@ -22,6 +22,8 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 if(NOT WIN32)
+  # Unique symbols would keep a library in the process for good, whatever its host asks for.
+  target_compile_options(vexil_options INTERFACE $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-fno-gnu-unique>)
   # The programs find the libraries beside them, wherever the folder is moved to.
   set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
   set(CMAKE_BUILD_RPATH "$ORIGIN")

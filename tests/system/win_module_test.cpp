@@ -2,10 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <filesystem>
 #include <string>
 #include <vector>
 
 namespace {
+
+namespace fs = std::filesystem;
 
 using Steps = std::vector<std::string>;
 
@@ -74,6 +78,51 @@ TEST(FindLibrary, GivesUpOnABareNameWithoutASystemFolder) {
     EXPECT_EQ(calls.steps, (Steps{"trusted x.dll", "system folder"}));
 }
 
-TEST(GetModule, HandsOutOneLoaderForTheWholeModule) { EXPECT_EQ(getModule(), getModule()); }
+TEST(GetModule, HandsOutOneLoaderForTheWholeModule) {
+    EXPECT_NE(getModule(), nullptr);
+    EXPECT_EQ(getModule(), getModule());
+}
+
+/// Stands in the folder of a library that nobody trusts, for the length of a test.
+class InThePlantersFolder : public testing::Test {
+protected:
+    InThePlantersFolder() { fs::current_path(fs::path(VEXIL_PLANTED_LIBRARY).parent_path()); }
+    ~InThePlantersFolder() override { fs::current_path(before_); }
+
+    const std::string bareName_ = fs::path(VEXIL_PLANTED_LIBRARY).filename().string();
+    WinModule module_;
+
+private:
+    fs::path before_ = fs::current_path();
+};
+
+TEST_F(InThePlantersFolder, ABareNameIsNotLoadedFromTheWorkingDirectory) {
+    ASSERT_TRUE(fs::exists(bareName_));
+    EXPECT_EQ(module_.load(bareName_.c_str(), 1), nullptr);
+}
+
+TEST_F(InThePlantersFolder, APathIsLoadedAndItsSymbolsAreResolved) {
+    void* library = module_.load(("./" + bareName_).c_str(), 1);
+    ASSERT_NE(library, nullptr);
+    const auto answer = reinterpret_cast<int (*)()>(module_.resolve(library, "plantedAnswer"));
+    ASSERT_NE(answer, nullptr);
+    EXPECT_EQ(answer(), 42);
+    EXPECT_EQ(module_.resolve(library, "noSuchSymbol"), nullptr);
+    module_.release(library);
+}
+
+TEST_F(InThePlantersFolder, TheFlagsAreIgnored) {
+    for (const std::uint32_t flags : {0U, 1U, 0xFFFFFFFFU}) {
+        void* library = module_.load(VEXIL_PLANTED_LIBRARY, flags);
+        EXPECT_NE(library, nullptr) << flags;
+        module_.release(library);
+    }
+}
+
+TEST_F(InThePlantersFolder, WhatIsNowhereIsNull) {
+    EXPECT_EQ(module_.load("no-such-library", 1), nullptr);
+    EXPECT_EQ(module_.load("no/such/library", 1), nullptr);
+    EXPECT_EQ(module_.load("", 1), nullptr);
+}
 
 } // namespace

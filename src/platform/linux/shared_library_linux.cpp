@@ -87,8 +87,15 @@ std::optional<std::string> systemLibraryFolder() {
 
 char pathSeparator() { return '/'; }
 
-void* librarySymbol(void* library, const char* symbol) { return dlsym(library, symbol); }
+void* librarySymbol(void* library, const char* symbol) {
+    // A null handle would mean every library of the process.
+    return library == nullptr ? nullptr : dlsym(library, symbol);
+}
 
-void closeLibrary(void* library) { dlclose(library); }
+void closeLibrary(void* library) {
+    if (library != nullptr) {
+        dlclose(library);
+    }
+}
 
 } // namespace vexil::platform

@@ -1,6 +1,5 @@
 #include "module/video_card/module.h"
 #include "module/video_card/catalogue.h"
-#include "module/video_card/entry.h"
 #include "support/fake_machine.h"
 
 #include <gtest/gtest.h>
@@ -84,8 +83,6 @@ TEST_F(ModuleTest, HandsOutFurtherOwnersOfItsScannerAndDispatcher) {
 TEST_F(ModuleTest, TouchesNoDeviceUntilTheHostScans) {
     EXPECT_TRUE(machine_.list.filters.empty());
 }
-
-TEST(ModuleEntry, GivesBackNothingForNull) { DestroyModuleInstance(nullptr); }
 
 } // namespace
 } // namespace vexil::module::video_card

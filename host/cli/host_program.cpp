@@ -1,0 +1,73 @@
+#include "host/cli/host_program.h"
+
+#include "host/cli/commands.h"
+#include "host/core/host_keys.h"
+
+#include <exception>
+
+namespace vexil::host {
+
+namespace {
+
+int fail(const HostEnvironment& environment, ExitCode code, const std::string& line) {
+    environment.err << "vxe-host: " << line << std::endl;
+    return static_cast<int>(code);
+}
+
+ExitCode dispatch(const Options& options, const HostEnvironment& environment) {
+    const auto language =
+        loadLanguage(environment.programFolder / "languages", options.language, environment.userLanguage);
+    Terminal terminal(environment.out, environment.terminal);
+    const CommandContext context{options, environment, language, terminal};
+    switch (options.command) {
+    case Command::Cards:
+        return listCardsCommand(context);
+    case Command::Tests:
+        return listTestsCommand(context);
+    default:
+        return runCommand(context);
+    }
+}
+
+} // namespace
+
+int runHost(const std::vector<std::string>& arguments, const HostEnvironment& environment) {
+    try {
+        const auto parsed = parseArguments(arguments);
+        if (!parsed.options) {
+            environment.out << parsed.text << std::flush;
+            return static_cast<int>(ExitCode::AllPassed);
+        }
+        return static_cast<int>(dispatch(*parsed.options, environment));
+    } catch (const HostError& error) {
+        return fail(environment, error.code(), error.what());
+    } catch (const std::exception& error) {
+        return fail(environment, ExitCode::InternalError, error.what());
+    }
+}
+
+Session openSession(const CommandContext& context, bool needsCard, bool announce) {
+    const auto& options = context.options;
+    const auto machine =
+        chooseMachine(options.machine, needsCard, context.environment.hasDisplayController);
+    if (announce) {
+        const auto& language = context.language;
+        context.terminal.line(machine.forLackOfCards ? language.text(keys::simulatedForLackOfCards)
+                              : machine.simulated
+                                  ? language.text(keys::simulatedMachine) + ": " + machine.scenario
+                                  : language.text(keys::realMachine));
+    }
+    return {machine, context.environment.programFolder, options.module};
+}
+
+void explainScan(const CommandContext& context, const Session& session) {
+    if (session.cards().empty()) {
+        context.terminal.paragraph(context.language.text(keys::noCards), 0, Style::Warning);
+        return;
+    }
+    if (const auto missing = Session::missingDirect3dLibrary()) {
+        context.terminal.paragraph(context.language.text(keys::direct3dMissing) + ": " + *missing, 0, Style::Warning);
+    }
+}
+
+} // namespace vexil::host

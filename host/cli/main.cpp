@@ -1,0 +1,44 @@
+#include "host/cli/host_program.h"
+#include "host/platform/console.h"
+#include "host/platform/display_controllers.h"
+#include "host/platform/process.h"
+
+#include <iostream>
+#include <thread>
+
+namespace {
+
+volatile std::uint8_t cancelRequested = 0;
+
+vexil::host::TerminalTraits describeTerminal() {
+    using namespace vexil::host;
+    TerminalTraits traits;
+    traits.interactive = platform::isTerminal(platform::Stream::Output);
+    traits.utf8 = platform::terminalShowsUtf8();
+    if (traits.interactive) {
+        traits.width = platform::terminalWidth();
+        const auto noColour = platform::environmentVariable("NO_COLOR");
+        traits.colours = !noColour || noColour->empty();
+    }
+    return traits;
+}
+
+} // namespace
+
+int main(int count, char** values) {
+    namespace platform = vexil::host::platform;
+    platform::prepareConsole();
+    platform::cancelOnInterrupt(cancelRequested);
+    const vexil::host::HostEnvironment environment{
+        std::cout,
+        std::cerr,
+        describeTerminal(),
+        platform::programFolder(),
+        platform::userLanguage(),
+        platform::operatingSystem(),
+        std::thread::hardware_concurrency(),
+        platform::hasDisplayController(),
+        cancelRequested,
+    };
+    return vexil::host::runHost(platform::commandLineArguments(count, values), environment);
+}

@@ -1,0 +1,93 @@
+#include "host/cli/options.h"
+
+#include "host/core/exit_code.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+
+namespace vexil::host {
+
+namespace {
+
+constexpr const char* exitCodes =
+    "Exit codes: 0 every run passed, 1 a card failed, 2 the request cannot be met as made,\n"
+    "3 no card failed but some run ended without a verdict, 4 memory of a card could not be released,\n"
+    "70 an internal error. A failed card outranks 4, 4 outranks 70, and 70 outranks 3.";
+
+std::string oneLine(std::string text) {
+    std::ranges::replace(text, '\n', ' ');
+    text.erase(text.find_last_not_of(' ') + 1);
+    return text;
+}
+
+void defineCards(CLI::App& app, Options& options) {
+    auto* cards = app.add_subcommand("cards", "List the video cards of the machine, with their live values");
+    cards->add_flag("--json", options.json, "Write JSON (vexil.cards/1)");
+}
+
+void defineTests(CLI::App& app, Options& options) {
+    auto* tests = app.add_subcommand("tests", "List the tests, their parameters, and which card supports them");
+    tests->add_option("--card", options.request.card, "A card's id, or all")->type_name("ID|all");
+    tests->add_flag("--json", options.json, "Write JSON (vexil.tests/1)");
+}
+
+void defineRun(CLI::App& app, Options& options) {
+    auto* run = app.add_subcommand("run", "Run tests on the cards: without options, the quick tests on every card");
+    run->add_option("--card", options.request.card, "A card's id, or all")->type_name("ID|all");
+    run->add_option("--tests", options.request.tests,
+                    "Ids separated by commas, quick, extended, or all (quick and extended)")
+        ->type_name("IDS|quick|extended|all");
+    run->add_option("--set", options.request.settings, "Set a parameter of the tests that have it")
+        ->type_name("KEY=VALUE")
+        ->expected(1)
+        ->take_all();
+    run->add_flag("--fail-fast", options.failFast,
+                  "Start no other test after a failed card, or one whose memory was not released");
+    run->add_option("--report", options.reports, "Write a report; may be given several times")
+        ->type_name("FILE.json|FILE.html")
+        ->expected(1)
+        ->take_all();
+}
+
+} // namespace
+
+ParsedArguments parseArguments(const std::vector<std::string>& arguments) {
+    Options options;
+    CLI::App app("Diagnostics of the video cards of a machine", "vxe-host");
+    app.footer(exitCodes);
+    app.set_version_flag("--version", "vxe-host " VEXIL_HOST_VERSION);
+    app.add_option("--machine", options.machine,
+                   "The machine to look at: the real one, or one described by a scenario, built in or a file "
+                   "(default: real; run falls back on simulated without a display controller)")
+        ->type_name("real|simulated[:SCENARIO]");
+    app.add_option("--language", options.language, "The language of texts (default: the user's, else en)")
+        ->type_name("FILE|CODE");
+    app.add_option("--module", options.module, "The module to load (default: the one beside the program)")
+        ->type_name("FILE");
+    // The options above may stand behind the command as well.
+    app.fallthrough();
+    app.require_subcommand(0, 1);
+    defineCards(app, options);
+    defineTests(app, options);
+    defineRun(app, options);
+    try {
+        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+    } catch (const CLI::CallForHelp&) {
+        const auto chosen = app.get_subcommands();
+        return {std::nullopt, chosen.empty() ? app.help() : chosen.front()->help()};
+    } catch (const CLI::CallForVersion& version) {
+        return {std::nullopt, std::string(version.what()) + '\n'};
+    } catch (const CLI::ParseError& error) {
+        throw UsageError(oneLine(error.what()));
+    }
+    const auto chosen = app.get_subcommands();
+    if (chosen.empty()) {
+        throw UsageError("no command is named: there is cards, tests and run (--help tells more)");
+    }
+    const auto name = chosen.front()->get_name();
+    options.command = name == "run" ? Command::Run : name == "tests" ? Command::Tests : Command::Cards;
+    return {std::move(options), {}};
+}
+
+} // namespace vexil::host

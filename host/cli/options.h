@@ -1,0 +1,33 @@
+#pragma once
+
+#include "host/core/run_plan.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vexil::host {
+
+enum class Command { Cards, Tests, Run };
+
+/// What the command line asks for.
+struct Options {
+    Command command = Command::Cards;
+    std::string machine;  ///< empty: chosen by the host
+    std::string language; ///< empty: the user's
+    std::string module;   ///< empty: the one beside the program
+    bool json = false;
+    bool failFast = false;
+    RunRequest request;
+    std::vector<std::string> reports;
+};
+
+/// The options, or a text that the user asked for (help or version). Throws `UsageError` for what cannot be
+/// understood. `arguments` come without the name of the program.
+struct ParsedArguments {
+    std::optional<Options> options;
+    std::string text;
+};
+[[nodiscard]] ParsedArguments parseArguments(const std::vector<std::string>& arguments);
+
+} // namespace vexil::host

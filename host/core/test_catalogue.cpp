@@ -1,0 +1,55 @@
+#include "host/core/test_catalogue.h"
+
+#include "core/module.h"
+#include "module/video_card/catalogue.h"
+
+#include <algorithm>
+
+namespace vexil::host {
+
+bool isOffered(const core::Test& test, const Card& card) {
+    const auto device = card.device.lock();
+    return device && test.isSupported(device.get(), device);
+}
+
+core::TestDescriptor descriptorOfUnavailable(std::int32_t id) {
+    namespace catalogue = module::video_card;
+    const auto row = std::ranges::find(catalogue::catalogue, id, &catalogue::CatalogueRow::id);
+    core::TestDescriptor descriptor;
+    descriptor.id = id;
+    if (row == catalogue::catalogue.end()) {
+        descriptor.name = "TEST_" + std::to_string(id);
+        return descriptor;
+    }
+    descriptor.name = row->name;
+    descriptor.tooltip = row->tooltip;
+    descriptor.group = row->group;
+    descriptor.groupRank = row->groupRank;
+    return descriptor;
+}
+
+std::vector<CatalogueEntry> listTests(const core::Module& module, const std::vector<Card>& cards) {
+    std::vector<CatalogueEntry> entries;
+    for (const auto id : module.testIds()) {
+        CatalogueEntry& entry = entries.emplace_back();
+        const auto test = module.createTest(id);
+        if (!test) {
+            entry.descriptor = descriptorOfUnavailable(id);
+            continue;
+        }
+        entry.available = true;
+        entry.descriptor = test->descriptor();
+        entry.expectedDurationMinutes = test->expectedDurationMinutes();
+        for (const auto& parameter : test->parameters()) {
+            entry.parameters.push_back(parameter.parameter->description());
+        }
+        for (std::size_t i = 0; i < cards.size(); ++i) {
+            if (isOffered(*test, cards[i])) {
+                entry.supportedBy.push_back(i);
+            }
+        }
+    }
+    return entries;
+}
+
+} // namespace vexil::host

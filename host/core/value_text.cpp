@@ -1,0 +1,90 @@
+#include "host/core/value_text.h"
+
+#include "host/core/host_keys.h"
+
+#include <fmt/format.h>
+
+#include <array>
+#include <cctype>
+#include <cmath>
+
+namespace vexil::host {
+
+namespace {
+
+std::string describeBytes(std::uint64_t bytes) {
+    constexpr std::array units = {"B", "KiB", "MiB", "GiB", "TiB"};
+    auto value = static_cast<double>(bytes);
+    std::size_t unit = 0;
+    while (value >= 1024.0 && unit + 1 < units.size()) {
+        value /= 1024.0;
+        ++unit;
+    }
+    return unit < 3 ? fmt::format("{:.0f} {}", value, units[unit]) : fmt::format("{:.1f} {}", value, units[unit]);
+}
+
+} // namespace
+
+std::vector<std::pair<std::string, std::string>> describeLive(const LiveValues& live, const Language& language) {
+    std::vector<std::pair<std::string, std::string>> values;
+    if (live.temperatureCelsius) {
+        values.emplace_back(language.text(keys::temperature), fmt::format("{} °C", *live.temperatureCelsius));
+    }
+    if (live.usagePercent) {
+        values.emplace_back(language.text(keys::load), fmt::format("{} %", *live.usagePercent));
+    }
+    if (live.freeMemoryBytes) {
+        values.emplace_back(language.text(keys::freeMemory), describeBytes(*live.freeMemoryBytes));
+    }
+    return values;
+}
+
+std::string describeDuration(std::chrono::duration<double> duration) {
+    const double seconds = duration.count();
+    if (seconds < 59.95) {
+        return fmt::format("{:.1f} s", seconds);
+    }
+    const auto whole = static_cast<std::int64_t>(std::llround(seconds));
+    if (whole < 3600) {
+        return fmt::format("{}:{:02} min", whole / 60, whole % 60);
+    }
+    return fmt::format("{}:{:02}:{:02} h", whole / 3600, whole / 60 % 60, whole % 60);
+}
+
+std::string describeCounts(const RunSummary& summary, const Language& language) {
+    struct Count {
+        std::size_t number;
+        const char* key;
+    };
+    auto text = fmt::format("{} {}", summary.passed, language.text(keys::passed));
+    for (const auto& [number, key] :
+         {Count{summary.failed, keys::failed}, Count{summary.cleanupFailed, keys::cleanupFailed},
+          Count{summary.noVerdict, keys::withoutVerdict}, Count{summary.programErrors, keys::programErrors},
+          Count{summary.notRun, keys::notRun}}) {
+        if (number > 0) {
+            text += fmt::format(", {} {}", number, language.text(key));
+        }
+    }
+    return text;
+}
+
+const char* verdictKey(ExitCode code) {
+    switch (code) {
+    case ExitCode::AllPassed:
+        return keys::verdictPassed;
+    case ExitCode::CardFailed:
+        return keys::verdictFailed;
+    case ExitCode::CleanupFailed:
+        return keys::verdictCleanupFailed;
+    case ExitCode::InternalError:
+        return keys::verdictProgramError;
+    default:
+        return keys::verdictNone;
+    }
+}
+
+std::string describeId(const core::DeviceRecord& card, const Language& language) {
+    return card.id.empty() ? language.text(keys::cardWithoutId) : card.id;
+}
+
+} // namespace vexil::host

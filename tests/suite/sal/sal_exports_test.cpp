@@ -1,0 +1,44 @@
+#include "core/sal.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace {
+
+TEST(Sal, HandsOutOneObjectOfEachKindForTheProcess) {
+    EXPECT_EQ(get_module(), get_module());
+    EXPECT_EQ(get_timer(), get_timer());
+    EXPECT_EQ(get_string_handler(), get_string_handler());
+    EXPECT_EQ(get_number_handler(), get_number_handler());
+}
+
+TEST(Sal, KeepsTheDeviceListUntilItsLastUserGivesItBack) {
+    auto* first = get_device_scanner();
+    EXPECT_EQ(get_device_scanner(), first);
+    release_device_scanner();
+    SystemDeviceList::InterfacePaths paths;
+    EXPECT_EQ(first->scan(WinDeviceScanFilter(), paths), 0);
+    release_device_scanner();
+    release_device_scanner();
+    EXPECT_NE(get_device_scanner(), nullptr) << "one release too many does no harm";
+    release_device_scanner();
+}
+
+TEST(Sal, TellsAnExistingFolderForTemporaryFiles) {
+    EXPECT_TRUE(std::filesystem::is_directory(get_temporary_path()));
+}
+
+TEST(Sal, MeasuresTimeAcrossTheWrapOfItsTick) {
+    EXPECT_DOUBLE_EQ(get_timer()->secondsBetween(1000, 3500), 2.5);
+    EXPECT_DOUBLE_EQ(get_timer()->secondsBetween(0xFFFFFF00U, 0x000000F4U), 0.5);
+    const auto start = get_timer()->now();
+    get_timer()->sleepMilliseconds(20);
+    EXPECT_GE(get_timer()->secondsBetween(start, get_timer()->now()), 0.019);
+}
+
+TEST(Sal, AnswersNullForALibraryOrASymbolThatIsNotThere) {
+    EXPECT_EQ(get_module()->load("no_such_library_anywhere", 1), nullptr);
+}
+
+} // namespace

@@ -1,0 +1,68 @@
+#include "platform/shared_library.h"
+#include "system/win_module.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+const fs::path planted = VEXIL_PLANTED_LIBRARY;
+
+/// Whether a program that runs in the folder of the planted library, with that search path, loads it by its
+/// bare name. The system's loader reads the path only as a program starts.
+bool loadsPlantedLibrary(const std::string& searchPath) {
+    const auto command = "cd '" + planted.parent_path().string() + "' && LD_LIBRARY_PATH='" + searchPath +
+                         "' '" + VEXIL_LIBRARY_PROBE + "' " + planted.filename().string();
+    return std::system(command.c_str()) == 0;
+}
+
+TEST(LoadWithASearchPath, RefusesTheWorkingDirectoryInEveryWayToWriteIt) {
+    EXPECT_FALSE(loadsPlantedLibrary("."));
+    EXPECT_FALSE(loadsPlantedLibrary("/usr/lib:"));
+    EXPECT_FALSE(loadsPlantedLibrary(":/usr/lib"));
+    EXPECT_FALSE(loadsPlantedLibrary("../planted"));
+    EXPECT_FALSE(loadsPlantedLibrary("/usr/lib;."));
+    EXPECT_FALSE(loadsPlantedLibrary(planted.parent_path().string()));
+}
+
+TEST(LoadWithASearchPath, TakesAFolderThatIsNotTheWorkingDirectory) {
+    const auto command = "cd / && LD_LIBRARY_PATH='" + planted.parent_path().string() + "' '" +
+                         VEXIL_LIBRARY_PROBE + "' " + planted.filename().string();
+    EXPECT_EQ(std::system(command.c_str()), 0);
+}
+
+TEST(LoadWithASearchPath, FindsTheSystemsLibrariesAllTheSame) {
+    const auto command = std::string("LD_LIBRARY_PATH=. '") + VEXIL_LIBRARY_PROBE + "' libm.so.6";
+    EXPECT_EQ(std::system(command.c_str()), 0);
+}
+
+TEST(OpenTrustedLibrary, AnswersWithTheLibraryThatAlreadyHasTheName) {
+    void* first = vexil::platform::openLibraryPath(planted.string());
+    ASSERT_NE(first, nullptr);
+    // Loaded by its path, it answers to its own name only if it has one; the C library does.
+    void* loaded = vexil::platform::openTrustedLibrary("libc.so.6");
+    EXPECT_NE(loaded, nullptr);
+    vexil::platform::closeLibrary(loaded);
+    vexil::platform::closeLibrary(first);
+}
+
+TEST(OpenTrustedLibrary, FindsWhatStandsBesideTheProgram) {
+    const auto beside = fs::read_symlink("/proc/self/exe").parent_path() / "vexil_beside.so";
+    fs::copy_file(planted, beside, fs::copy_options::overwrite_existing);
+    void* library = vexil::platform::openTrustedLibrary("vexil_beside.so");
+    EXPECT_NE(library, nullptr);
+    vexil::platform::closeLibrary(library);
+    fs::remove(beside);
+}
+
+TEST(LibrarySymbol, IsNullForALibraryThatWasNotLoaded) {
+    EXPECT_EQ(vexil::platform::librarySymbol(nullptr, "malloc"), nullptr);
+    vexil::platform::closeLibrary(nullptr);
+}
+
+} // namespace

@@ -1,0 +1,44 @@
+#include "platform/shared_library.h"
+#include "system/win_module.h"
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+TEST(LoadWithASearchPath, ABareNameIsNotLoadedFromThePath) {
+    const fs::path planted = VEXIL_PLANTED_LIBRARY;
+    SetEnvironmentVariableW(L"PATH", fs::absolute(planted).parent_path().wstring().c_str());
+    EXPECT_EQ(getModule()->load(planted.filename().string().c_str(), 1), nullptr);
+}
+
+TEST(Load, FindsASystemLibraryByItsBareName) {
+    void* library = getModule()->load("version.dll", 1);
+    ASSERT_NE(library, nullptr);
+    wchar_t path[MAX_PATH] = {};
+    GetModuleFileNameW(static_cast<HMODULE>(library), path, MAX_PATH);
+    const auto folder = vexil::platform::systemLibraryFolder();
+    ASSERT_TRUE(folder.has_value());
+    EXPECT_EQ(_wcsicmp(fs::path(path).parent_path().wstring().c_str(), fs::path(*folder).wstring().c_str()),
+              0);
+    getModule()->release(library);
+}
+
+TEST(Load, TakesTheNameForUtf8) {
+    const auto folder = fs::temp_directory_path() / L"vexil-\u00E9\u4E2D";
+    fs::create_directories(folder);
+    fs::copy_file(VEXIL_PLANTED_LIBRARY, folder / "p.dll", fs::copy_options::overwrite_existing);
+    const auto name = (folder / "p.dll").u8string();
+    void* library = getModule()->load(std::string(name.begin(), name.end()).c_str(), 1);
+    EXPECT_NE(library, nullptr);
+    getModule()->release(library);
+    fs::remove_all(folder);
+}
+
+} // namespace
