@@ -27,26 +27,30 @@ T changedBits(T value, Change change) {
     return std::bit_cast<T>(change == Change::sign ? bits ^ sign : bits + 1);
 }
 
+float notANumber(float) { return std::nanf(""); }
+double notANumber(double) { return std::nan(""); }
+
+/// About twice as far from zero.
+template <typename T>
+T anotherNumber(T value) {
+    return value + std::copysign(std::fmax(T{1}, std::fabs(value)), value);
+}
+
 template <typename T>
 T changed(T value, Change change) {
-    if (change == Change::value) {
-        return std::is_integral_v<T> ? value + 1 : value + std::fmax(T{1}, std::fabs(value));
+    if constexpr (std::is_integral_v<T>) {
+        // An integer has no NaN; what a broken unit might give is as wrong as any.
+        return change == Change::value || change == Change::nan ? value + 1 : changedBits(value, change);
+    } else {
+        switch (change) {
+        case Change::value:
+            return anotherNumber(value);
+        case Change::nan:
+            return notANumber(value);
+        default:
+            return changedBits(value, change);
+        }
     }
-    return change == Change::nan ? std::bit_cast<T>(std::nan("")) : changedBits(value, change);
-}
-
-template <>
-float changed(float value, Change change) {
-    if (change == Change::value) {
-        return value + std::fmax(1.0F, std::fabs(value));
-    }
-    return change == Change::nan ? std::nanf("") : changedBits(value, change);
-}
-
-template <>
-std::int32_t changed(std::int32_t value, Change change) {
-    // An integer has no NaN; what a broken unit might give is as wrong as any.
-    return change == Change::value || change == Change::nan ? value + 1 : changedBits(value, change);
 }
 
 template <typename T>
