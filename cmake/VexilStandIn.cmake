@@ -12,4 +12,5 @@ function(vexil_stands_in_for target)
     PREFIX "" SUFFIX "" OUTPUT_NAME ${file} NO_SONAME ON
     LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin/simulated
     RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin/simulated)
+  set_property(GLOBAL APPEND PROPERTY VEXIL_STAND_INS ${target})
 endfunction()

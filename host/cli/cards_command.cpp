@@ -10,8 +10,8 @@ namespace vexil::host {
 namespace {
 
 /// A card's rows and live values as people read them.
-std::vector<std::pair<std::string, std::string>> describeRows(const core::DeviceRecord& card, const LiveValues& live,
-                                                              const Language& language) {
+std::vector<std::pair<std::string, std::string>>
+describeRows(const core::DeviceRecord& card, const LiveValues& live, const Language& language) {
     std::vector<std::pair<std::string, std::string>> rows;
     for (const auto& [key, value] : card.rows) {
         rows.emplace_back(language.text(key), value);
@@ -45,8 +45,8 @@ void showCard(const CommandContext& context, const core::DeviceRecord& card, con
 ExitCode listCardsCommand(const CommandContext& context) {
     const bool json = context.options.json;
     const auto session = openSession(context, false, !json);
-    const auto live = readLiveValues(session.cards(),
-                                     liveSources(session.module(), context.environment.hardwareThreads));
+    const auto live =
+        readLiveValues(session.cards(), liveSources(session.module(), context.environment.hardwareThreads));
     if (json) {
         context.environment.out << cardsDocument(session.machine(), session.records(), live, context.language)
                                 << std::flush;

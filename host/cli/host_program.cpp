@@ -48,8 +48,7 @@ int runHost(const std::vector<std::string>& arguments, const HostEnvironment& en
 
 Session openSession(const CommandContext& context, bool needsCard, bool announce) {
     const auto& options = context.options;
-    const auto machine =
-        chooseMachine(options.machine, needsCard, context.environment.hasDisplayController);
+    const auto machine = chooseMachine(options.machine, needsCard, context.environment.hasDisplayController);
     if (announce) {
         const auto& language = context.language;
         context.terminal.line(machine.forLackOfCards ? language.text(keys::simulatedForLackOfCards)
@@ -66,7 +65,8 @@ void explainScan(const CommandContext& context, const Session& session) {
         return;
     }
     if (const auto missing = Session::missingDirect3dLibrary()) {
-        context.terminal.paragraph(context.language.text(keys::direct3dMissing) + ": " + *missing, 0, Style::Warning);
+        context.terminal.paragraph(context.language.text(keys::direct3dMissing) + ": " + *missing, 0,
+                                   Style::Warning);
     }
 }
 

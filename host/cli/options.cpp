@@ -27,13 +27,15 @@ void defineCards(CLI::App& app, Options& options) {
 }
 
 void defineTests(CLI::App& app, Options& options) {
-    auto* tests = app.add_subcommand("tests", "List the tests, their parameters, and which card supports them");
+    auto* tests =
+        app.add_subcommand("tests", "List the tests, their parameters, and which card supports them");
     tests->add_option("--card", options.request.card, "A card's id, or all")->type_name("ID|all");
     tests->add_flag("--json", options.json, "Write JSON (vexil.tests/1)");
 }
 
 void defineRun(CLI::App& app, Options& options) {
-    auto* run = app.add_subcommand("run", "Run tests on the cards: without options, the quick tests on every card");
+    auto* run =
+        app.add_subcommand("run", "Run tests on the cards: without options, the quick tests on every card");
     run->add_option("--card", options.request.card, "A card's id, or all")->type_name("ID|all");
     run->add_option("--tests", options.request.tests,
                     "Ids separated by commas, quick, extended, or all (quick and extended)")

@@ -55,7 +55,8 @@ ProgressView::ProgressView(Terminal& terminal, const Language& language, const s
         nameWidth_ = std::max(nameWidth_, columns(language_.text(run.test->descriptor().name)));
     }
     const std::size_t width = terminal_.traits().width;
-    nameWidth_ = std::min({nameWidth_, widestName, width > beside + narrowestBar ? width - beside - narrowestBar : 8});
+    nameWidth_ =
+        std::min({nameWidth_, widestName, width > beside + narrowestBar ? width - beside - narrowestBar : 8});
     const auto left = width > beside + nameWidth_ ? width - beside - nameWidth_ : 0;
     barWidth_ = std::clamp(left, narrowestBar, widestBar);
 }
@@ -93,8 +94,8 @@ void ProgressView::runProgress(std::uint8_t percent, std::chrono::duration<doubl
                                      static_cast<unsigned>(percent), clock(elapsed)));
     } else if (elapsed - lastLine_ >= plainInterval) {
         lastLine_ = elapsed;
-        terminal_.line(fmt::format("    {}  {:3} %  {}", fit(name_, nameWidth_), static_cast<unsigned>(percent),
-                                   clock(elapsed)));
+        terminal_.line(fmt::format("    {}  {:3} %  {}", fit(name_, nameWidth_),
+                                   static_cast<unsigned>(percent), clock(elapsed)));
     }
 }
 

@@ -16,8 +16,8 @@ namespace vexil::host {
 class ProgressView final : public RunObserver {
 public:
     /// `plan` tells how wide the names are. `cancel` is only looked at, to tell that a stop is under way.
-    ProgressView(Terminal& terminal, const Language& language, const std::vector<Card>& cards, const RunPlan& plan,
-                 const volatile std::uint8_t& cancel);
+    ProgressView(Terminal& terminal, const Language& language, const std::vector<Card>& cards,
+                 const RunPlan& plan, const volatile std::uint8_t& cancel);
 
     void runStarted(std::size_t card, const core::TestDescriptor& test) override;
     void runProgress(std::uint8_t percent, std::chrono::duration<double> elapsed) override;

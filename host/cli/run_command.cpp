@@ -58,11 +58,12 @@ void showSummary(const CommandContext& context, const Report& report) {
     }
     for (const auto& run : runs) {
         const auto style = resultStyle(run);
-        terminal.line(fmt::format("  {} {}  {}  {}  {}", terminal.paint(resultMark(terminal, run), style),
-                                  fit(describeId(report.cards[run.card], language), idWidth),
-                                  fit(language.text(run.name), nameWidth),
-                                  terminal.paint(fit(language.text(resultKey(run.result)), resultWidth), style),
-                                  describeDuration(run.duration)));
+        terminal.line(
+            fmt::format("  {} {}  {}  {}  {}", terminal.paint(resultMark(terminal, run), style),
+                        fit(describeId(report.cards[run.card], language), idWidth),
+                        fit(language.text(run.name), nameWidth),
+                        terminal.paint(fit(language.text(resultKey(run.result)), resultWidth), style),
+                        describeDuration(run.duration)));
     }
     const auto style = report.exitCode == ExitCode::AllPassed    ? Style::Good
                        : report.exitCode == ExitCode::CardFailed ? Style::Bad
@@ -87,23 +88,25 @@ PlanOutcome runPlan(const CommandContext& context, const Session& session, RunPl
         return outcome;
     }
     const auto& cancel = context.environment.cancel;
-    TestRunner runner(session.module().dispatcher(), {&cancel, std::make_shared<core::SystemEventState>(), {}});
+    TestRunner runner(session.module().dispatcher(),
+                      {&cancel, std::make_shared<core::SystemEventState>(), {}});
     ProgressView view(context.terminal, context.language, session.cards(), plan, cancel);
     return executePlan(plan, session.cards(), runner, context.options.failFast, cancel, view);
 }
 
-void writeReports(const CommandContext& context, const std::vector<ReportFile>& files, Report& report) {
+/// False if one could not be written: the verdict stands whatever becomes of its report.
+bool writeReports(const CommandContext& context, const std::vector<ReportFile>& files, const Report& report) {
+    bool allWritten = true;
     for (const auto& file : files) {
         try {
             file.write(report, context.language);
             context.terminal.line(context.language.text(keys::writtenTo) + ' ' + file.path());
         } catch (const HostError& error) {
-            // The verdict stands whatever becomes of its report; the code tells of both as far as one can.
             context.environment.err << "vxe-host: " << error.what() << std::endl;
-            ++report.outcome.summary.programErrors;
-            report.exitCode = report.outcome.summary.exitCode();
+            allWritten = false;
         }
     }
+    return allWritten;
 }
 
 } // namespace
@@ -123,13 +126,15 @@ ExitCode runCommand(const CommandContext& context) {
     report.machine = session.machine();
     report.module = identify(session.module());
     report.cards = session.records();
-    report.live = readLiveValues(session.cards(),
-                                 liveSources(session.module(), context.environment.hardwareThreads));
+    report.live =
+        readLiveValues(session.cards(), liveSources(session.module(), context.environment.hardwareThreads));
     report.outcome = runPlan(context, session, plan);
     report.exitCode = report.outcome.summary.exitCode();
     showSummary(context, report);
-    writeReports(context, files, report);
-    return report.exitCode;
+    const bool allWritten = writeReports(context, files, report);
+    const bool outranked =
+        report.exitCode == ExitCode::CardFailed || report.exitCode == ExitCode::CleanupFailed;
+    return allWritten || outranked ? report.exitCode : ExitCode::InternalError;
 }
 
 } // namespace vexil::host

@@ -13,7 +13,8 @@ namespace vexil::host {
 
 namespace {
 
-std::string describeSupport(const CatalogueEntry& entry, const std::vector<Card>& cards, const Language& language) {
+std::string describeSupport(const CatalogueEntry& entry, const std::vector<Card>& cards,
+                            const Language& language) {
     if (!entry.available) {
         return language.text(keys::notAvailable);
     }
@@ -32,7 +33,8 @@ std::string describeSupport(const CatalogueEntry& entry, const std::vector<Card>
 
 class TestList {
 public:
-    TestList(const CommandContext& context, const std::vector<CatalogueEntry>& tests, const std::vector<Card>& cards)
+    TestList(const CommandContext& context, const std::vector<CatalogueEntry>& tests,
+             const std::vector<Card>& cards)
         : context_(context), tests_(tests), cards_(cards) {
         for (const auto& entry : tests) {
             nameWidth_ = std::max(nameWidth_, columns(context.language.text(entry.descriptor.name)));
@@ -57,12 +59,14 @@ private:
         const bool usable = entry.available && !(entry.supportedBy.empty() && !cards_.empty());
         terminal.line(fmt::format(
             "{:4}  {}  {}", entry.descriptor.id,
-            terminal.paint(fit(language.text(entry.descriptor.name), nameWidth_), usable ? Style::Plain : Style::Dim),
+            terminal.paint(fit(language.text(entry.descriptor.name), nameWidth_),
+                           usable ? Style::Plain : Style::Dim),
             terminal.paint(describeSupport(entry, cards_, language), usable ? Style::Good : Style::Dim)));
         terminal.paragraph(language.text(entry.descriptor.tooltip), 6, Style::Dim);
         for (const auto& parameter : entry.parameters) {
-            terminal.line(fmt::format("      {:<12}  {}, {}: {}  {}", parameter.key, language.text(parameter.name),
-                                      language.text(keys::defaultValue), parameter.defaultValue, parameter.range));
+            terminal.line(fmt::format("      {:<12}  {}, {}: {}  {}", parameter.key,
+                                      language.text(parameter.name), language.text(keys::defaultValue),
+                                      parameter.defaultValue, parameter.range));
         }
     }
 
@@ -102,7 +106,8 @@ ExitCode listTestsCommand(const CommandContext& context) {
     }
     const auto tests = listTests(session.module(), cards);
     if (json) {
-        context.environment.out << testsDocument(session.machine(), tests, records, context.language) << std::flush;
+        context.environment.out << testsDocument(session.machine(), tests, records, context.language)
+                                << std::flush;
         return ExitCode::AllPassed;
     }
     explainScan(context, session);

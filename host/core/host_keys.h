@@ -2,8 +2,8 @@
 
 #include <array>
 
-// The host's own words for people, as keys of the language files like the module's. Errors and the help of the
-// command line are English in every language: they are what a user searches for and quotes.
+// The host's own words for people, as keys of the language files like the module's. Errors and the help of
+// the command line are English in every language: they are what a user searches for and quotes.
 namespace vexil::host::keys {
 
 inline constexpr const char* passed = "HOST_RESULT_PASSED";
@@ -13,9 +13,14 @@ inline constexpr const char* deviceUnavailable = "HOST_RESULT_DEVICE_UNAVAILABLE
 inline constexpr const char* notSupported = "HOST_RESULT_NOT_SUPPORTED";
 inline constexpr const char* notCompleted = "HOST_RESULT_NOT_COMPLETED";
 inline constexpr const char* unknownResult = "HOST_RESULT_UNKNOWN";
-inline constexpr const char* notRun = "HOST_NOT_RUN";
-inline constexpr const char* withoutVerdict = "HOST_WITHOUT_VERDICT";
-inline constexpr const char* programErrors = "HOST_PROGRAM_ERRORS";
+
+// Behind a number.
+inline constexpr const char* countPassed = "HOST_COUNT_PASSED";
+inline constexpr const char* countFailed = "HOST_COUNT_FAILED";
+inline constexpr const char* countCleanupFailed = "HOST_COUNT_CLEANUP_FAILED";
+inline constexpr const char* countNoVerdict = "HOST_COUNT_NO_VERDICT";
+inline constexpr const char* countProgramErrors = "HOST_COUNT_PROGRAM_ERRORS";
+inline constexpr const char* countNotRun = "HOST_COUNT_NOT_RUN";
 
 inline constexpr const char* verdictPassed = "HOST_VERDICT_PASSED";
 inline constexpr const char* verdictFailed = "HOST_VERDICT_FAILED";
@@ -60,8 +65,8 @@ inline constexpr const char* writtenTo = "HOST_WRITTEN_TO";
 
 // clang-format off
 inline constexpr std::array all = {
-    passed, failed, cleanupFailed, deviceUnavailable, notSupported, notCompleted, unknownResult, notRun,
-    withoutVerdict, programErrors, verdictPassed, verdictFailed, verdictNone, verdictCleanupFailed,
+    passed, failed, cleanupFailed, deviceUnavailable, notSupported, notCompleted, unknownResult,
+    countPassed, countFailed, countCleanupFailed, countNoVerdict, countProgramErrors, countNotRun, verdictPassed, verdictFailed, verdictNone, verdictCleanupFailed,
     verdictProgramError, realMachine, simulatedMachine, simulatedForLackOfCards, noCards, direct3dMissing, noWorker,
     stopping, card, cards, cardWithoutId, temperature, load, freeMemory, test, tests, result, time, messages,
     parameters, defaultValue, supportedBy, noCardSupports, everyCard, notAvailable, notOffered, nothingToRun,

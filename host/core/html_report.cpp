@@ -43,16 +43,18 @@ private:
         const char* mood = code == ExitCode::AllPassed    ? "good"
                            : code == ExitCode::CardFailed ? "bad"
                                                           : "warn";
-        html_ += fmt::format("<div class=\"verdict {}\">{}<div class=\"counts\">{}</div></div>\n", mood,
-                             tr(verdictKey(code)), escapeHtml(describeCounts(report_.outcome.summary, language_)));
+        html_ +=
+            fmt::format("<div class=\"verdict {}\">{}<div class=\"counts\">{}</div></div>\n", mood,
+                        tr(verdictKey(code)), escapeHtml(describeCounts(report_.outcome.summary, language_)));
     }
 
     void writeCards() {
         html_ += fmt::format("<h2>{}</h2>\n<div class=\"cards\">\n", tr(keys::cards));
         for (std::size_t i = 0; i < report_.cards.size(); ++i) {
             const auto& card = report_.cards[i];
-            html_ += fmt::format("<div class=\"sheet\"><span class=\"name\">{}</span><span class=\"id\">{}</span>\n<dl>\n",
-                                 tr(card.name), escapeHtml(describeId(card, language_)));
+            html_ += fmt::format(
+                "<div class=\"sheet\"><span class=\"name\">{}</span><span class=\"id\">{}</span>\n<dl>\n",
+                tr(card.name), escapeHtml(describeId(card, language_)));
             for (const auto& [key, value] : card.rows) {
                 writePair(tr(key), escapeHtml(value));
             }
@@ -87,10 +89,11 @@ private:
     }
 
     void writeTableHead(const core::DeviceRecord& card) {
-        html_ += fmt::format("<div class=\"sheet\"><span class=\"name\">{}</span><span class=\"id\">{}</span>\n<table>\n"
-                             "<thead><tr><th>{}</th><th>{}</th><th>{}</th></tr></thead>\n<tbody>\n",
-                             tr(card.name), escapeHtml(describeId(card, language_)), tr(keys::test),
-                             tr(keys::result), tr(keys::time));
+        html_ += fmt::format(
+            "<div class=\"sheet\"><span class=\"name\">{}</span><span class=\"id\">{}</span>\n<table>\n"
+            "<thead><tr><th>{}</th><th>{}</th><th>{}</th></tr></thead>\n<tbody>\n",
+            tr(card.name), escapeHtml(describeId(card, language_)), tr(keys::test), tr(keys::result),
+            tr(keys::time));
     }
 
     void writeRun(const TestRun& run) {
@@ -113,9 +116,9 @@ private:
     void writeOrigin() {
         const auto& machine = report_.machine;
         html_ += fmt::format("<h2>{}</h2>\n<div class=\"sheet\"><dl>\n", tr(keys::machine));
-        writePair(tr(keys::machine), machine.simulated
-                                         ? tr(keys::simulatedMachine) + " (" + escapeHtml(machine.scenario) + ')'
-                                         : tr(keys::realMachine));
+        writePair(tr(keys::machine),
+                  machine.simulated ? tr(keys::simulatedMachine) + " (" + escapeHtml(machine.scenario) + ')'
+                                    : tr(keys::realMachine));
         writePair(tr(keys::operatingSystem), escapeHtml(report_.operatingSystem));
         writePair(tr(keys::module),
                   fmt::format("{} ({}) {}", tr(report_.module.nameKey), escapeHtml(report_.module.shortName),
@@ -153,6 +156,8 @@ std::string escapeHtml(std::string_view text) {
     return escaped;
 }
 
-std::string htmlReport(const Report& report, const Language& language) { return Page(report, language).write(); }
+std::string htmlReport(const Report& report, const Language& language) {
+    return Page(report, language).write();
+}
 
 } // namespace vexil::host

@@ -8,8 +8,8 @@
 
 namespace vexil::host {
 
-/// One page that needs nothing else: no script, no font, no file beside it. Made to be read on a screen, light or
-/// dark, and on paper.
+/// One page that needs nothing else: no script, no font, no file beside it. Made to be read on a screen,
+/// light or dark, and on paper.
 [[nodiscard]] std::string htmlReport(const Report& report, const Language& language);
 
 /// The text with what HTML reads as markup escaped.

@@ -34,11 +34,12 @@ Json cardJson(const core::DeviceRecord& card, const LiveValues& live, const Lang
     }
     return {{"id", card.id},           {"udi", card.udi},
             {"name", card.name},       {"title", language.text(card.name)},
-            {"rows", std::move(rows)},        {"notices", card.notices},
+            {"rows", std::move(rows)}, {"notices", card.notices},
             {"present", card.present}, {"live", liveJson(live)}};
 }
 
-Json cardsJson(const std::vector<core::DeviceRecord>& cards, const std::vector<LiveValues>& live, const Language& language) {
+Json cardsJson(const std::vector<core::DeviceRecord>& cards, const std::vector<LiveValues>& live,
+               const Language& language) {
     Json list = Json::array();
     for (std::size_t i = 0; i < cards.size(); ++i) {
         list.push_back(cardJson(cards[i], live[i], language));
@@ -57,7 +58,8 @@ Json parameterJson(const core::TestParameterDescription& parameter, const Langua
             {"range", parameter.range}};
 }
 
-Json testJson(const CatalogueEntry& entry, const std::vector<core::DeviceRecord>& cards, const Language& language) {
+Json testJson(const CatalogueEntry& entry, const std::vector<core::DeviceRecord>& cards,
+              const Language& language) {
     Json parameters = Json::array();
     for (const auto& parameter : entry.parameters) {
         parameters.push_back(parameterJson(parameter, language));

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-// The machine-readable output. Each document names its schema; fields may be added, none changes its meaning. Keys
-// stay keys; a translated text has a field of its own.
+// The machine-readable output. Each document names its schema; fields may be added, none changes its meaning.
+// Keys stay keys; a translated text has a field of its own.
 namespace vexil::host {
 
 /// "vexil.cards/1".
@@ -17,7 +17,8 @@ namespace vexil::host {
 
 /// "vexil.tests/1". Tests that the module lists and does not make have "available": false.
 [[nodiscard]] std::string testsDocument(const Machine& machine, const std::vector<CatalogueEntry>& tests,
-                                        const std::vector<core::DeviceRecord>& cards, const Language& language);
+                                        const std::vector<core::DeviceRecord>& cards,
+                                        const Language& language);
 
 /// "vexil.report/1".
 [[nodiscard]] std::string reportDocument(const Report& report, const Language& language);

@@ -38,7 +38,8 @@ void ThermalToolSource::read(const Card& card, LiveValues& values) {
         return;
     }
     const std::uint8_t neverCancelled = 0;
-    TestRunner runner(module_.dispatcher(), {&neverCancelled, std::make_shared<core::SystemEventState>(), {}});
+    TestRunner runner(module_.dispatcher(),
+                      {&neverCancelled, std::make_shared<core::SystemEventState>(), {}});
     const auto run = runner.run(card, *tool);
     if (run.result == core::TestResult::Passed && !run.messages.empty()) {
         values.temperatureCelsius = temperatureOf(run.messages.front().key);

@@ -40,8 +40,8 @@ private:
     const core::Module& module_;
 };
 
-/// The sources of a machine with so many hardware threads; the tool runs on a worker of the dispatcher, so without
-/// one there is no temperature.
+/// The sources of a machine with so many hardware threads; the tool runs on a worker of the dispatcher, so
+/// without one there is no temperature.
 [[nodiscard]] std::vector<std::unique_ptr<LiveSource>> liveSources(const core::Module& module,
                                                                    unsigned hardwareThreads);
 
@@ -49,8 +49,8 @@ private:
 [[nodiscard]] std::vector<LiveValues> readLiveValues(const std::vector<Card>& cards,
                                                      const std::vector<std::unique_ptr<LiveSource>>& sources);
 
-/// The temperature in the tool's line; nothing for "--". A name with quotation marks in it goes into the line as it
-/// stands, so the line need not be valid JSON.
+/// The temperature in the tool's line; nothing for "--". A name with quotation marks in it goes into the line
+/// as it stands, so the line need not be valid JSON.
 [[nodiscard]] std::optional<std::int64_t> temperatureOf(std::string_view line);
 
 } // namespace vexil::host

@@ -15,9 +15,9 @@ struct Machine {
     [[nodiscard]] const char* name() const { return simulated ? "simulated" : "real"; }
 };
 
-/// What the user's choice means: "real", "simulated", "simulated:SCENARIO", or nothing. Nothing is the real machine;
-/// a command that needs a card falls back on the built-in simulated one where the real one has no display
-/// controller. Throws `UsageError` for any other text.
+/// What the user's choice means: "real", "simulated", "simulated:SCENARIO", or nothing. Nothing is the real
+/// machine; a command that needs a card falls back on the built-in simulated one where the real one has no
+/// display controller. Throws `UsageError` for any other text.
 [[nodiscard]] Machine chooseMachine(const std::string& choice, bool needsCard, bool hasDisplayController);
 
 } // namespace vexil::host

@@ -32,8 +32,8 @@ ModuleLibrary::ModuleLibrary(const std::filesystem::path& file, bool namedByUser
     }
     const auto create =
         reinterpret_cast<core::Module* (*)()>(vexil::platform::librarySymbol(library_.get(), createExport));
-    const auto destroy =
-        reinterpret_cast<void (*)(core::Module*)>(vexil::platform::librarySymbol(library_.get(), destroyExport));
+    const auto destroy = reinterpret_cast<void (*)(core::Module*)>(
+        vexil::platform::librarySymbol(library_.get(), destroyExport));
     if (create == nullptr || destroy == nullptr) {
         refuse(file, namedByUser,
                std::string("it does not export ") + (create == nullptr ? createExport : destroyExport));

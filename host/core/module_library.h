@@ -7,12 +7,13 @@
 
 namespace vexil::host {
 
-/// The loaded module: opened as the suite opens it, through its two exports, and given back and unloaded at the end.
-/// Whatever came from the module (tests, weak references to devices, the dispatcher) must be gone before.
+/// The loaded module: opened as the suite opens it, through its two exports, and given back and unloaded at
+/// the end. Whatever came from the module (tests, weak references to devices, the dispatcher) must be gone
+/// before.
 class ModuleLibrary {
 public:
-    /// Throws `HostError` with a line that names the file: a usage error for a file that the user named, else an
-    /// internal one.
+    /// Throws `HostError` with a line that names the file: a usage error for a file that the user named, else
+    /// an internal one.
     ModuleLibrary(const std::filesystem::path& file, bool namedByUser);
     ModuleLibrary(const ModuleLibrary&) = delete;
     ModuleLibrary& operator=(const ModuleLibrary&) = delete;

@@ -21,8 +21,9 @@ struct RunSummary {
     std::size_t notRun = 0;        ///< planned, and not started after a stop
 
     void count(const TestRun& run);
-    /// A failed card outranks everything, since it is proven whatever else happened. Then memory that a card still
-    /// holds, then an error of the program, then a missing verdict. A plan without a single run proves nothing.
+    /// A failed card outranks everything, since it is proven whatever else happened. Then memory that a card
+    /// still holds, then an error of the program, then a missing verdict. A plan without a single run proves
+    /// nothing.
     [[nodiscard]] ExitCode exitCode() const;
 };
 
@@ -43,6 +44,7 @@ struct PlanOutcome {
 /// Executes the runs one after the other. A set cancel byte lets the running test stop and starts no other;
 /// `failFast` starts none after a failed card or one that keeps memory.
 [[nodiscard]] PlanOutcome executePlan(RunPlan& plan, const std::vector<Card>& cards, TestRunner& runner,
-                                      bool failFast, const volatile std::uint8_t& cancel, RunObserver& observer);
+                                      bool failFast, const volatile std::uint8_t& cancel,
+                                      RunObserver& observer);
 
 } // namespace vexil::host

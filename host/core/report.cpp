@@ -16,8 +16,8 @@ ModuleIdentity identify(const core::Module& module) {
 std::string toRfc3339(std::chrono::system_clock::time_point time) {
     const auto seconds = std::chrono::floor<std::chrono::seconds>(time);
     const auto milliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(time - seconds).count();
-    return fmt::format("{:%Y-%m-%dT%H:%M:%S}.{:03}Z", fmt::gmtime(std::chrono::system_clock::to_time_t(seconds)),
-                       milliseconds);
+    return fmt::format("{:%Y-%m-%dT%H:%M:%S}.{:03}Z",
+                       fmt::gmtime(std::chrono::system_clock::to_time_t(seconds)), milliseconds);
 }
 
 } // namespace vexil::host

@@ -31,7 +31,8 @@ void removeQuietly(const std::filesystem::path& file) {
 ReportFile::ReportFile(const std::string& path) : path_(path), file_(pathFromUtf8(path)) {
     const auto extension = toUtf8(file_.extension());
     if (extension != ".json" && extension != ".html") {
-        throw UsageError("the report '" + path + "' has no known form: its name must end with .json or .html");
+        throw UsageError("the report '" + path +
+                         "' has no known form: its name must end with .json or .html");
     }
     html_ = extension == ".html";
     std::error_code error;

@@ -9,8 +9,8 @@ namespace vexil::host {
 
 class Language;
 
-/// A file that a report is to be written to, in the form that its extension names (".json", ".html"). Whether it can
-/// be written is found out before the run whose report it is to hold.
+/// A file that a report is to be written to, in the form that its extension names (".json", ".html"). Whether
+/// it can be written is found out before the run whose report it is to hold.
 class ReportFile {
 public:
     /// Throws `UsageError` for another extension or a place that cannot be written to; leaves nothing behind.
@@ -24,8 +24,9 @@ public:
 
 private:
     std::string path_;
-    std::filesystem::path file_;      ///< where a link leads, so that the link stays one
-    std::filesystem::path temporary_; ///< in the same folder: a name is taken over within one file system only
+    std::filesystem::path file_; ///< where a link leads, so that the link stays one
+    std::filesystem::path
+        temporary_; ///< in the same folder: a name is taken over within one file system only
     bool html_ = false;
 };
 

@@ -56,7 +56,8 @@ std::optional<std::int32_t> parseId(const std::string& word) {
     return error == std::errc() && end == word.data() + word.size() ? std::optional(id) : std::nullopt;
 }
 
-std::vector<Selection> selectTests(const core::Module& module, const std::string& request, const Language& language) {
+std::vector<Selection> selectTests(const core::Module& module, const std::string& request,
+                                   const Language& language) {
     const auto ids = module.testIds();
     std::vector<Selection> selected;
     const auto select = [&](std::int32_t id, bool askedById) {
@@ -81,7 +82,8 @@ std::vector<Selection> selectTests(const core::Module& module, const std::string
                              ", and the words quick, extended and all");
         }
         if (!module.createTest(*id)) {
-            throw UsageError(describe(descriptorOfUnavailable(*id), language) + " is not available in this module");
+            throw UsageError(describe(descriptorOfUnavailable(*id), language) +
+                             " is not available in this module");
         }
         select(*id, true);
     }
@@ -112,7 +114,8 @@ std::vector<Setting> parseSettings(const std::vector<std::string>& texts) {
 void applySettings(core::Test& test, const std::vector<Setting>& settings, std::set<std::string>& known,
                    const Language& language) {
     for (const auto& setting : settings) {
-        const auto entry = std::ranges::find(test.parameters(), setting.key, &core::Test::ParameterEntry::key);
+        const auto entry =
+            std::ranges::find(test.parameters(), setting.key, &core::Test::ParameterEntry::key);
         if (entry == test.parameters().end()) {
             continue;
         }

@@ -16,13 +16,13 @@ namespace vexil::host {
 
 /// What the user asks to be run, as text.
 struct RunRequest {
-    std::string card = "all";           ///< a card's id, or "all"
-    std::string tests = "quick";        ///< "quick", "extended", "all" (both) and ids, separated by commas
-    std::vector<std::string> settings;  ///< "KEY=VALUE", for every planned test that has the parameter
+    std::string card = "all";          ///< a card's id, or "all"
+    std::string tests = "quick";       ///< "quick", "extended", "all" (both) and ids, separated by commas
+    std::vector<std::string> settings; ///< "KEY=VALUE", for every planned test that has the parameter
 };
 
 struct PlannedRun {
-    std::size_t card = 0; ///< index among the cards
+    std::size_t card = 0;             ///< index among the cards
     std::unique_ptr<core::Test> test; ///< with its parameters set
 };
 
@@ -37,12 +37,13 @@ struct RunPlan {
     std::vector<NotOffered> notOffered;
 };
 
-/// Plans the runs of a request. Throws `UsageError` with a line that names what is unknown, invalid or supported by
-/// none of the chosen cards although it was asked for by its id.
-[[nodiscard]] RunPlan planRuns(const core::Module& module, const std::vector<Card>& cards, const RunRequest& request,
-                               const Language& language);
+/// Plans the runs of a request. Throws `UsageError` with a line that names what is unknown, invalid or
+/// supported by none of the chosen cards although it was asked for by its id.
+[[nodiscard]] RunPlan planRuns(const core::Module& module, const std::vector<Card>& cards,
+                               const RunRequest& request, const Language& language);
 
 /// The indexes of the cards that "all" or an id stands for. Throws `UsageError` for an unknown id.
-[[nodiscard]] std::vector<std::size_t> selectCards(const std::vector<Card>& cards, const std::string& selection);
+[[nodiscard]] std::vector<std::size_t> selectCards(const std::vector<Card>& cards,
+                                                   const std::string& selection);
 
 } // namespace vexil::host

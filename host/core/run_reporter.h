@@ -15,7 +15,8 @@ class RunReporter final : public core::TestReporter {
 public:
     /// Called on the test's thread after each report, without a lock held.
     using Changed = std::function<void()>;
-    /// Answers a question on the test's thread. Without one nobody is there to ask, and questions stay unanswered.
+    /// Answers a question on the test's thread. Without one nobody is there to ask, and questions stay
+    /// unanswered.
     using Interact = std::function<void(core::InputInteraction&)>;
 
     explicit RunReporter(Changed changed = {}, Interact interact = {});

@@ -21,7 +21,8 @@ std::filesystem::path prepare(const Machine& machine, const std::filesystem::pat
 
 } // namespace
 
-Session::Session(const Machine& machine, const std::filesystem::path& programFolder, const std::string& module)
+Session::Session(const Machine& machine, const std::filesystem::path& programFolder,
+                 const std::string& module)
     : machine_(machine), library_(prepare(machine, programFolder, module), !module.empty()),
       cards_(scanCards(library_.module())) {}
 

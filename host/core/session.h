@@ -14,8 +14,8 @@ namespace vexil::host {
 /// A machine with the module at work on it: loaded, and the cards scanned once.
 class Session {
 public:
-    /// `module` is the path of the module, empty for the one beside the program. A simulated machine is put in place
-    /// first. Throws `HostError` for a scenario, a module or a scan that fails.
+    /// `module` is the path of the module, empty for the one beside the program. A simulated machine is put
+    /// in place first. Throws `HostError` for a scenario, a module or a scan that fails.
     Session(const Machine& machine, const std::filesystem::path& programFolder, const std::string& module);
 
     [[nodiscard]] core::Module& module() const { return library_.module(); }

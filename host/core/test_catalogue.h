@@ -23,7 +23,8 @@ struct CatalogueEntry {
 };
 
 /// All tests in the order in which the module lists them.
-[[nodiscard]] std::vector<CatalogueEntry> listTests(const core::Module& module, const std::vector<Card>& cards);
+[[nodiscard]] std::vector<CatalogueEntry> listTests(const core::Module& module,
+                                                    const std::vector<Card>& cards);
 
 /// Whether the test is offered for the card; false for a card that is gone.
 [[nodiscard]] bool isOffered(const core::Test& test, const Card& card);

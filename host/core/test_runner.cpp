@@ -33,12 +33,15 @@ TestRun TestRunner::run(const Card& card, core::Test& test, const Watch& watch) 
     }
 
     const auto start = std::chrono::steady_clock::now();
-    const auto elapsed = [&] { return std::chrono::duration<double>(std::chrono::steady_clock::now() - start); };
+    const auto elapsed = [&] {
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start);
+    };
     const auto taskWatch = std::make_shared<TaskWatch>();
     RunReporter reporter([&taskWatch] { taskWatch->news(); }, settings_.interact);
     dispatcher_->started(execution);
     dispatcher_->execute(std::make_unique<TestTask>(
-        test, core::TestRunArguments{card.device, settings_.cancelRequested, &reporter, settings_.systemEvents},
+        test,
+        core::TestRunArguments{card.device, settings_.cancelRequested, &reporter, settings_.systemEvents},
         taskWatch));
     std::optional<TaskEnd> end;
     while (!(end = taskWatch->wait(idleInterval))) {

@@ -16,8 +16,8 @@ class Test;
 
 namespace vexil::host {
 
-/// Takes tests through the dispatcher, one at a time: asks whether the run may start, announces it, hands it over,
-/// waits, and reports its end. All on the calling thread, as the dispatcher wants it.
+/// Takes tests through the dispatcher, one at a time: asks whether the run may start, announces it, hands it
+/// over, waits, and reports its end. All on the calling thread, as the dispatcher wants it.
 class TestRunner {
 public:
     struct Settings {
@@ -38,8 +38,8 @@ private:
     Settings settings_;
 };
 
-/// Whether the dispatcher of a module has a worker on a machine with so many hardware threads (0: unknown). On one
-/// processor its pool is empty, and a run would be waited for in vain.
+/// Whether the dispatcher of a module has a worker on a machine with so many hardware threads (0: unknown).
+/// On one processor its pool is empty, and a run would be waited for in vain.
 [[nodiscard]] constexpr bool dispatcherHasWorker(unsigned hardwareThreads) { return hardwareThreads != 1; }
 
 } // namespace vexil::host

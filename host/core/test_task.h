@@ -16,8 +16,8 @@ namespace vexil::host {
 /// How a task ended. A module keeps no result, so it leaves the worker through here.
 struct TaskEnd {
     std::uint8_t result = core::TestResult::NotCompleted;
-    /// What went wrong in the program, empty if nothing did. Tests report failures by result and message, so an
-    /// exception that reaches the task is an error of the module.
+    /// What went wrong in the program, empty if nothing did. Tests report failures by result and message, so
+    /// an exception that reaches the task is an error of the module.
     std::string error;
 };
 
@@ -37,8 +37,8 @@ private:
     std::optional<TaskEnd> end_;
 };
 
-/// Runs one test on the dispatcher's worker. A task that is destroyed without having run ends with an error, so that
-/// nobody waits for it for ever.
+/// Runs one test on the dispatcher's worker. A task that is destroyed without having run ends with an error,
+/// so that nobody waits for it for ever.
 class TestTask final : public core::TaskInterface {
 public:
     /// `test` and what `arguments` point to must live until the watch has told of the end.

@@ -3,8 +3,8 @@
 #include <filesystem>
 #include <string>
 
-// Text is UTF-8 throughout the host. A path made from a plain string would be read in the system's own encoding,
-// which on Windows is another one.
+// Text is UTF-8 throughout the host. A path made from a plain string would be read in the system's own
+// encoding, which on Windows is another one.
 namespace vexil::host {
 
 [[nodiscard]] inline std::filesystem::path pathFromUtf8(const std::string& text) {

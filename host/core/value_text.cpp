@@ -20,12 +20,14 @@ std::string describeBytes(std::uint64_t bytes) {
         value /= 1024.0;
         ++unit;
     }
-    return unit < 3 ? fmt::format("{:.0f} {}", value, units[unit]) : fmt::format("{:.1f} {}", value, units[unit]);
+    return unit < 3 ? fmt::format("{:.0f} {}", value, units[unit])
+                    : fmt::format("{:.1f} {}", value, units[unit]);
 }
 
 } // namespace
 
-std::vector<std::pair<std::string, std::string>> describeLive(const LiveValues& live, const Language& language) {
+std::vector<std::pair<std::string, std::string>> describeLive(const LiveValues& live,
+                                                              const Language& language) {
     std::vector<std::pair<std::string, std::string>> values;
     if (live.temperatureCelsius) {
         values.emplace_back(language.text(keys::temperature), fmt::format("{} °C", *live.temperatureCelsius));
@@ -56,11 +58,11 @@ std::string describeCounts(const RunSummary& summary, const Language& language) 
         std::size_t number;
         const char* key;
     };
-    auto text = fmt::format("{} {}", summary.passed, language.text(keys::passed));
+    auto text = fmt::format("{} {}", summary.passed, language.text(keys::countPassed));
     for (const auto& [number, key] :
-         {Count{summary.failed, keys::failed}, Count{summary.cleanupFailed, keys::cleanupFailed},
-          Count{summary.noVerdict, keys::withoutVerdict}, Count{summary.programErrors, keys::programErrors},
-          Count{summary.notRun, keys::notRun}}) {
+         {Count{summary.failed, keys::countFailed}, Count{summary.cleanupFailed, keys::countCleanupFailed},
+          Count{summary.noVerdict, keys::countNoVerdict},
+          Count{summary.programErrors, keys::countProgramErrors}, Count{summary.notRun, keys::countNotRun}}) {
         if (number > 0) {
             text += fmt::format(", {} {}", number, language.text(key));
         }

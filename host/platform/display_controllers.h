@@ -2,8 +2,8 @@
 
 namespace vexil::host::platform {
 
-/// Whether the operating system lists a display controller. Asked before the module is loaded, which decides by
-/// what it then finds itself.
+/// Whether the operating system lists a display controller. Asked before the module is loaded, which decides
+/// by what it then finds itself.
 [[nodiscard]] bool hasDisplayController();
 
 } // namespace vexil::host::platform

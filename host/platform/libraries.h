@@ -9,11 +9,12 @@ namespace vexil::host::platform {
 /// The file name of the module beside the program.
 [[nodiscard]] const char* moduleFileName();
 
-/// Opens the module for itself: its names are not offered to libraries loaded later. Null with a reason in one line.
+/// Opens the module for itself: its names are not offered to libraries loaded later. Null with a reason in
+/// one line.
 [[nodiscard]] void* openModule(const std::filesystem::path& file, std::string& reason);
 
-/// Opens a library for the whole process, so that its file name answers to whoever asks for it later. Null with a
-/// reason in one line.
+/// Opens a library for the whole process, so that its file name answers to whoever asks for it later. Null
+/// with a reason in one line.
 [[nodiscard]] void* openForProcess(const std::filesystem::path& file, std::string& reason);
 
 /// Whether the file name is that of a dynamic library.

@@ -25,8 +25,8 @@ void setEnvironmentVariable(const std::string& name, const std::string& value);
 /// Name and version for a report, as "Debian GNU/Linux 12 (bookworm)".
 [[nodiscard]] std::string operatingSystem();
 
-/// Sets the byte on the user's first interrupt (Ctrl-C, or a request to terminate). The second ends the process
-/// with 130 at once. The byte must live as long as the process.
+/// Sets the byte on the user's first interrupt (Ctrl-C, or a request to terminate). The second ends the
+/// process with 130 at once. The byte must live as long as the process.
 void cancelOnInterrupt(volatile std::uint8_t& cancel);
 
 } // namespace vexil::host::platform

@@ -1,6 +1,6 @@
 #include "host/platform/libraries.h"
 
-#include "platform/windows/wide_text.h"
+#include "platform/wide_text.h"
 
 #include <windows.h>
 
@@ -14,8 +14,8 @@ namespace {
 std::string lastErrorText() {
     const DWORD error = GetLastError();
     wchar_t buffer[512] = {};
-    const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error, 0,
-                                        buffer, 512, nullptr);
+    const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+                                        error, 0, buffer, 512, nullptr);
     auto text = vexil::platform::toUtf8({buffer, length});
     text.erase(std::ranges::find_if(text, [](char c) { return c == '\r' || c == '\n'; }), text.end());
     return "error " + std::to_string(error) + (text.empty() ? std::string() : ": " + text);
@@ -42,7 +42,8 @@ void* openForProcess(const std::filesystem::path& file, std::string& reason) { r
 
 bool isLibraryFileName(const std::string& name) {
     auto lower = name;
-    std::ranges::transform(lower, lower.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    std::ranges::transform(lower, lower.begin(),
+                           [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
     return lower.ends_with(".dll");
 }
 

@@ -1,6 +1,6 @@
 #include "host/platform/process.h"
 
-#include "platform/windows/wide_text.h"
+#include "platform/wide_text.h"
 
 #include <windows.h>
 
@@ -84,8 +84,8 @@ std::string operatingSystem() {
     if (tell == nullptr || tell(&version) != 0) {
         return "Windows";
     }
-    return "Windows " + std::to_string(version.dwMajorVersion) + '.' + std::to_string(version.dwMinorVersion) +
-           " (build " + std::to_string(version.dwBuildNumber) + ')';
+    return "Windows " + std::to_string(version.dwMajorVersion) + '.' +
+           std::to_string(version.dwMinorVersion) + " (build " + std::to_string(version.dwBuildNumber) + ')';
 }
 
 void cancelOnInterrupt(volatile std::uint8_t& cancel) {

@@ -4,10 +4,10 @@
 #include "platform/kernel_graphics.h"
 #include "platform/library_names.h"
 #include "platform/wide_text.h"
+#include "system/cim/wmi_query.h"
 #include "system/win_module.h"
 
 #include <map>
-#include <mutex>
 
 namespace vexil::module::video_card {
 
@@ -62,7 +62,18 @@ public:
         return std::uint64_t{high} << 32 | request.adapterLuid.lowPart;
     }
 
-    bool queryCim(const char*, const std::string&, const char*, std::string&) override { return false; }
+    bool queryCim(const char* property, const std::string& where, const char* className,
+                  std::string& value) override {
+        std::map<std::string, std::string> values;
+        const char* const properties[] = {property};
+        system::WmiQuery query;
+        if (query.query(properties, where.c_str(), className, 1, values, system::machineNamespace) !=
+            system::CimStatus::Success) {
+            return false;
+        }
+        value = values[property];
+        return true;
+    }
 
     std::int32_t cudaDriverVersion() override { return 0; }
     std::vector<CudaDeviceRecord> cudaDevices() override { return {}; }

@@ -25,6 +25,7 @@ public:
     virtual void uninitialize() = 0;
     /// Null if there is no memory.
     virtual BSTR allocateText(const OLECHAR* text, UINT length) = 0;
+    virtual void freeText(BSTR text) = 0;
 };
 
 /// The real ones.

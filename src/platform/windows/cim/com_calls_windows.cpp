@@ -26,6 +26,7 @@ public:
     }
     void uninitialize() override { CoUninitialize(); }
     BSTR allocateText(const OLECHAR* text, UINT length) override { return SysAllocStringLen(text, length); }
+    void freeText(BSTR text) override { SysFreeString(text); }
 };
 
 } // namespace

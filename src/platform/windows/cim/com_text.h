@@ -16,11 +16,12 @@ public:
     ComText(ComCalls& com, const wchar_t* wide);
     ComText(const ComText&) = delete;
     ComText& operator=(const ComText&) = delete;
-    ~ComText() { SysFreeString(text_); }
+    ~ComText();
 
     [[nodiscard]] BSTR get() const { return text_; }
 
 private:
+    ComCalls& com_;
     BSTR text_ = nullptr;
 };
 

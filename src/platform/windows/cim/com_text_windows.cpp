@@ -43,7 +43,7 @@ std::vector<std::string> narrowTexts(SAFEARRAY* array) {
 
 } // namespace
 
-ComText::ComText(ComCalls& com, const char* narrow) {
+ComText::ComText(ComCalls& com, const char* narrow) : com_(com) {
     if (narrow == nullptr) {
         return;
     }
@@ -54,9 +54,15 @@ ComText::ComText(ComCalls& com, const char* narrow) {
     text_ = allocate(com, wide.data(), wide.size());
 }
 
-ComText::ComText(ComCalls& com, const wchar_t* wide) {
+ComText::ComText(ComCalls& com, const wchar_t* wide) : com_(com) {
     if (wide != nullptr) {
         text_ = allocate(com, wide, std::wcslen(wide));
+    }
+}
+
+ComText::~ComText() {
+    if (text_ != nullptr) {
+        com_.freeText(text_);
     }
 }
 

@@ -98,6 +98,7 @@ CimStatus WbemSession::execute(const system::QueryArguments& arguments) {
 }
 
 bool WbemSession::next() {
+    object_.reset();
     IWbemClassObject* object = nullptr;
     ULONG returned = 0;
     enumerator_->Next(static_cast<LONG>(WBEM_INFINITE), 1, &object, &returned);

@@ -1,0 +1,257 @@
+#include "host/cli/host_program.h"
+#include "host/core/utf8_path.h"
+#include "host/platform/process.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+namespace vexil::host {
+namespace {
+
+using Json = nlohmann::json;
+
+struct Answer {
+    int code = -1;
+    std::string out;
+    std::string err;
+};
+
+class HostProgram : public ::testing::Test {
+protected:
+    HostProgram() { useCase("scripted"); }
+
+    static void useCase(const char* name) { platform::setEnvironmentVariable("VEXIL_FAKE_MODULE", name); }
+
+    /// The program with the fake module, on what passes for a real machine.
+    Answer run(std::vector<std::string> arguments) {
+        std::ostringstream out;
+        std::ostringstream err;
+        const auto folder = platform::programFolder();
+        arguments.insert(arguments.end(),
+                         {"--module", toUtf8(folder / "fake_modules" / VEXIL_FAKE_MODULE_FILE)});
+        const HostEnvironment environment{
+            out, err, {}, folder, userLanguage_, "Some OS 1", hardwareThreads_, true, cancel_};
+        const int code = runHost(arguments, environment);
+        return {code, out.str(), err.str()};
+    }
+
+    void expectUsageError(const std::vector<std::string>& arguments, const std::string& line) {
+        const auto answer = run(arguments);
+        EXPECT_EQ(answer.code, 2);
+        EXPECT_EQ(answer.err, "vxe-host: " + line + '\n');
+    }
+
+    std::string userLanguage_ = "en_GB";
+    unsigned hardwareThreads_ = 4;
+    volatile std::uint8_t cancel_ = 0;
+};
+
+TEST_F(HostProgram, ListsCardsWithRowsNoticesAndLiveValues) {
+    const auto answer = run({"cards"});
+    EXPECT_EQ(answer.code, 0);
+    EXPECT_TRUE(answer.err.empty());
+    for (const char* text : {"This machine\n", "NVIDIA graphics card  0100", "Location",
+                             "PCI bus 1, device 0, function 0", "! The installed NVIDIA driver is too old",
+                             "Temperature  45 °C", "Fast <Card> & \"Friends\"  0a00"}) {
+        EXPECT_NE(answer.out.find(text), std::string::npos) << text << "\nin\n" << answer.out;
+    }
+}
+
+TEST_F(HostProgram, ListsCardsAsNothingButJson) {
+    const auto document = Json::parse(run({"cards", "--json"}).out);
+    EXPECT_EQ(document["machine"], "real");
+    EXPECT_EQ(document["cards"].size(), 2U);
+    EXPECT_EQ(document["cards"][0]["live"]["temperatureCelsius"], 45);
+}
+
+TEST_F(HostProgram, SaysKindlyThatThereAreNoCards) {
+    useCase("no-cards");
+    const auto answer = run({"cards"});
+    EXPECT_EQ(answer.code, 0);
+    EXPECT_NE(answer.out.find("No video card was found"), std::string::npos);
+    EXPECT_EQ(Json::parse(run({"cards", "--json"}).out)["cards"], Json::array());
+    EXPECT_EQ(run({"--machine", "real", "run"}).code, 3) << "nothing was proven";
+}
+
+TEST_F(HostProgram, ListsTestsByGroupWithTheirCardsAndParameters) {
+    const auto out = run({"tests"}).out;
+    const auto quick = out.find("\nQuick tests\n");
+    const auto extended = out.find("\nExtended tests\n");
+    const auto tools = out.find("\nTools\n");
+    EXPECT_LT(quick, extended);
+    EXPECT_LT(extended, tools);
+    ASSERT_NE(tools, std::string::npos);
+    EXPECT_NE(out.find("not in this module"), std::string::npos);
+    EXPECT_NE(out.find("every card"), std::string::npos);
+    EXPECT_NE(out.find("DURATION"), std::string::npos);
+    EXPECT_NE(out.find("[1:9999]"), std::string::npos);
+}
+
+TEST_F(HostProgram, ListsTestsForOneCard) {
+    const auto document = Json::parse(run({"tests", "--card", "0a00", "--json"}).out);
+    EXPECT_EQ(document["tests"].size(), 16U);
+    EXPECT_EQ(document["tests"][0]["supportedBy"], Json::array({"0a00"}));
+    EXPECT_EQ(document["tests"][2]["supportedBy"], Json::array());
+}
+
+TEST_F(HostProgram, EndsWith0IfEveryRunPassed) {
+    useCase("healthy");
+    const auto answer = run({"run"});
+    EXPECT_EQ(answer.code, 0);
+    EXPECT_NE(answer.out.find("Every test passed."), std::string::npos);
+    EXPECT_NE(answer.out.find("16 passed"), std::string::npos);
+}
+
+TEST_F(HostProgram, SaysWhatACardDoesNotOffer) {
+    useCase("healthy");
+    EXPECT_NE(run({"run"}).out.find("0a00 Not offered: CUDA memory fault test, CUDA address test"),
+              std::string::npos);
+    EXPECT_EQ(run({"run", "--card", "0100"}).out.find("Not offered"), std::string::npos);
+}
+
+TEST_F(HostProgram, EndsWithTheCodeOfTheWorstRun) {
+    struct Case {
+        const char* tests;
+        int code;
+    };
+    for (const auto& [tests, code] :
+         {Case{"1,4", 0}, Case{"3", 1}, Case{"11", 3}, Case{"15", 3}, Case{"16", 3}, Case{"12", 4},
+          Case{"13", 70}, Case{"11,12,13,3", 1}, Case{"11,13,12", 4}}) {
+        EXPECT_EQ(run({"run", "--card", "0100", "--tests", tests}).code, code) << tests;
+    }
+}
+
+TEST_F(HostProgram, ShowsEachRunAndASummary) {
+    const auto out = run({"run", "--card", "0100", "--tests", "1,3"}).out;
+    for (const char* text :
+         {"Video memory test", "Passed", "Surfaces tested: 50/50", "Texture pipeline test", "Failed",
+          "A picture read back from the card differs", "Summary", "A card failed.", "1 passed, 1 failed"}) {
+        EXPECT_NE(out.find(text), std::string::npos) << text;
+    }
+}
+
+TEST_F(HostProgram, SetsParameters) {
+    EXPECT_NE(run({"run", "--card", "0100", "--tests", "5", "--set", "DURATION=12"})
+                  .out.find("Duration (minutes): 12"),
+              std::string::npos);
+}
+
+TEST_F(HostProgram, WritesReportsOfBothForms) {
+    const auto folder = std::filesystem::path(::testing::TempDir());
+    const auto json = toUtf8(folder / "program.json");
+    const auto html = toUtf8(folder / "program.html");
+    const auto answer =
+        run({"run", "--card", "0100", "--tests", "1,3,13", "--report", json, "--report", html});
+    EXPECT_EQ(answer.code, 1);
+    std::ifstream stream(folder / "program.json");
+    const auto report = Json::parse(stream);
+    EXPECT_EQ(report["exitCode"], 1);
+    EXPECT_EQ(report["host"]["os"], "Some OS 1");
+    EXPECT_EQ(report["module"]["version"], "5.2.0");
+    EXPECT_EQ(report["runs"].size(), 3U);
+    EXPECT_EQ(report["runs"][0]["progress"], (Json{0, 2, 50, 100}));
+    EXPECT_EQ(report["runs"][2]["error"], "the test ended with an exception: scripted");
+    EXPECT_EQ(report["cards"].size(), 2U);
+    EXPECT_TRUE(std::filesystem::exists(folder / "program.html"));
+    EXPECT_NE(answer.out.find("Report written to " + json), std::string::npos);
+}
+
+TEST_F(HostProgram, FindsAnUnwritableReportOutBeforeTheRun) {
+    const auto path = toUtf8(std::filesystem::path(::testing::TempDir()) / "no" / "such" / "r.json");
+    const auto good = std::filesystem::path(::testing::TempDir()) / "good.json";
+    std::filesystem::remove(good);
+    const auto answer = run({"run", "--report", toUtf8(good), "--report", path});
+    EXPECT_EQ(answer.code, 2);
+    EXPECT_TRUE(answer.err.starts_with("vxe-host: the report '" + path + "' cannot be written: "));
+    EXPECT_EQ(std::ranges::count(answer.err, '\n'), 1);
+    EXPECT_TRUE(answer.out.empty());
+    EXPECT_FALSE(std::filesystem::exists(good)) << "nothing half-written";
+}
+
+TEST_F(HostProgram, NamesWhatIsUnknown) {
+    expectUsageError({"run", "--card", "0300"}, "unknown card '0300': the machine has 0100, 0a00");
+    expectUsageError({"tests", "--card", "0300"}, "unknown card '0300': the machine has 0100, 0a00");
+    expectUsageError({"run", "--tests", "1", "--set", "SPEED=1"},
+                     "unknown parameter 'SPEED': the chosen tests have none");
+    expectUsageError({"run", "--tests", "21"},
+                     "test 21 (Wireframe stress test) is not available in this module");
+    expectUsageError({"run", "--card", "0a00", "--tests", "11"},
+                     "card 0a00 does not support test 11 (CUDA memory fault test)");
+    expectUsageError({"run", "--tests", "5", "--set", "DURATION=0"},
+                     "'0' is no value for DURATION of test 5 (Stress test), which takes [1:9999]");
+    expectUsageError({"--machine", "virtual", "cards"},
+                     "unknown machine 'virtual': there is real, simulated and simulated:SCENARIO");
+    expectUsageError({"--language", "tlh", "cards"},
+                     "unknown language 'tlh': there is en, or name the path of a language file");
+    EXPECT_EQ(run({"run", "--tests", "2"}).code, 2);
+}
+
+TEST_F(HostProgram, AnswersBadOptionsInOneLine) {
+    for (const auto& arguments : {std::vector<std::string>{"--colour"}, {"paint"}, {"run", "--tests"}, {}}) {
+        const auto answer = run(arguments);
+        EXPECT_EQ(answer.code, 2);
+        EXPECT_TRUE(answer.err.starts_with("vxe-host: ")) << answer.err;
+        EXPECT_EQ(std::ranges::count(answer.err, '\n'), 1) << answer.err;
+        EXPECT_TRUE(answer.out.empty());
+    }
+}
+
+TEST_F(HostProgram, HelpsAndTellsItsVersion) {
+    const auto help = run({"--help"});
+    EXPECT_EQ(help.code, 0);
+    EXPECT_NE(help.out.find("--machine"), std::string::npos);
+    const auto runHelp = run({"run", "--help"});
+    EXPECT_EQ(runHelp.code, 0);
+    EXPECT_NE(runHelp.out.find("--fail-fast"), std::string::npos);
+    EXPECT_EQ(run({"--version"}).out, "vxe-host 5.2.0\n");
+}
+
+TEST_F(HostProgram, TakesItsOwnOptionsBehindTheCommandToo) {
+    EXPECT_EQ(run({"cards", "--machine", "real", "--language", "en"}).code, 0);
+}
+
+TEST_F(HostProgram, EndsWith3InsteadOfWaitingOnAMachineWithOneProcessor) {
+    useCase("no-worker");
+    hardwareThreads_ = 1;
+    const auto answer = run({"run", "--tests", "1"});
+    EXPECT_EQ(answer.code, 3);
+    EXPECT_NE(answer.out.find("This machine has one processor."), std::string::npos);
+    EXPECT_NE(answer.out.find("2 not run"), std::string::npos);
+    EXPECT_EQ(run({"cards"}).code, 0) << "the cards are still listed";
+    EXPECT_EQ(run({"tests"}).code, 0);
+}
+
+TEST_F(HostProgram, TellsWhyAScanEndedAsAnInternalError) {
+    useCase("scan-throws");
+    const auto answer = run({"cards"});
+    EXPECT_EQ(answer.code, 70);
+    EXPECT_EQ(answer.err,
+              "vxe-host: no card could be listed, the scan ended with: Unknown processor: Fake 9000\n");
+}
+
+TEST_F(HostProgram, StartsNothingElseOnceItIsStopped) {
+    cancel_ = 1;
+    const auto answer = run({"run", "--card", "0100", "--tests", "1,4"});
+    EXPECT_EQ(answer.code, 3);
+    EXPECT_NE(answer.out.find("2 not run"), std::string::npos);
+}
+
+TEST_F(HostProgram, StopsAtTheFirstFailureIfAskedTo) {
+    EXPECT_NE(run({"run", "--card", "0100", "--tests", "3,1", "--fail-fast"}).out.find("1 not run"),
+              std::string::npos);
+}
+
+TEST_F(HostProgram, RunsTheSecondOfTwoCardsWithOneIdAsWell) {
+    useCase("same-id");
+    const auto document = Json::parse(run({"cards", "--json"}).out);
+    EXPECT_EQ(document["cards"][0]["id"], document["cards"][1]["id"]);
+    EXPECT_NE(run({"run", "--card", "0100", "--tests", "1"}).out.find("2 passed"), std::string::npos);
+}
+
+} // namespace
+} // namespace vexil::host

@@ -1,0 +1,54 @@
+#include "host/subprocess.h"
+
+#include "host/core/utf8_path.h"
+#include "host/platform/process.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+
+namespace vexil::host::tests {
+
+namespace {
+
+std::string takeContents(const std::filesystem::path& file) {
+    std::string text;
+    {
+        std::ifstream stream(file, std::ios::binary);
+        text.assign(std::istreambuf_iterator<char>(stream), {});
+    }
+    std::filesystem::remove(file);
+    std::erase(text, '\r');
+    return text;
+}
+
+std::string quoted(const std::string& text) { return '"' + text + '"'; }
+
+} // namespace
+
+ProgramEnd runProgram(const std::vector<std::string>& arguments) {
+    const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
+    std::string name = test->name();
+    std::ranges::replace(name, '/', '_');
+    const auto base = std::filesystem::path(::testing::TempDir()) / ("vxe_host_" + name);
+    auto command = quoted(toUtf8(platform::programFolder() / "vxe-host"));
+    for (const auto& argument : arguments) {
+        command += ' ' + quoted(argument);
+    }
+    const auto out = base.string() + ".out";
+    const auto err = base.string() + ".err";
+    command += " > " + quoted(out) + " 2> " + quoted(err);
+#ifdef _WIN32
+    // The command interpreter takes one pair of quotation marks off the whole line.
+    const int code = std::system(quoted(command).c_str());
+#else
+    // The upper byte of a wait status is the exit code; a shell makes a signal one.
+    const int code = std::system(command.c_str()) >> 8;
+#endif
+    return {code, takeContents(out), takeContents(err)};
+}
+
+} // namespace vexil::host::tests

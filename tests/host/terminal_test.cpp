@@ -1,0 +1,61 @@
+#include "host/cli/terminal.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace vexil::host {
+namespace {
+
+TEST(TerminalText, CountsCharactersAndNotBytes) {
+    EXPECT_EQ(columns("abc"), 3U);
+    EXPECT_EQ(columns("48°C"), 4U);
+    EXPECT_EQ(columns("█░"), 2U);
+}
+
+TEST(TerminalText, IsFilledOrCutToAWidth) {
+    EXPECT_EQ(fit("ab", 4), "ab  ");
+    EXPECT_EQ(fit("abcd", 4), "abcd");
+    EXPECT_EQ(fit("abcdef", 4), "ab..");
+    EXPECT_EQ(fit("°°°°°°", 4), "°°..");
+    EXPECT_EQ(fit("°°°", 2), "°°");
+    EXPECT_EQ(fit("abc", 0), "");
+}
+
+TEST(TerminalText, IsBrokenBetweenWords) {
+    EXPECT_EQ(wrap("one two three", 7), (std::vector<std::string>{"one two", "three"}));
+    EXPECT_EQ(wrap("verylongword a", 4), (std::vector<std::string>{"verylongword", "a"}));
+    EXPECT_TRUE(wrap("", 10).empty());
+}
+
+TEST(Terminal, PaintsOnlyWhereThereAreColours) {
+    std::ostringstream out;
+    EXPECT_EQ(Terminal(out, {true, true, true, 80}).paint("x", Style::Good), "\x1b[32mx\x1b[0m");
+    EXPECT_EQ(Terminal(out, {true, false, true, 80}).paint("x", Style::Good), "x");
+    EXPECT_EQ(Terminal(out, {true, true, true, 80}).paint("x", Style::Plain), "x");
+}
+
+TEST(Terminal, WritesPlainLinesWhereNobodyWatches) {
+    std::ostringstream out;
+    Terminal terminal(out, {});
+    terminal.line("text");
+    terminal.paragraph("one two", 2);
+    EXPECT_EQ(out.str(), "text\n  one two\n");
+}
+
+TEST(Terminal, ClearsWhatItDrawsOver) {
+    std::ostringstream out;
+    Terminal terminal(out, {true, false, false, 80});
+    terminal.redraw("half");
+    terminal.line("done");
+    EXPECT_EQ(out.str(), "\rhalf\x1b[K\rdone\x1b[K\n");
+}
+
+TEST(Terminal, ChoosesGlyphsByWhatTheTerminalShows) {
+    std::ostringstream out;
+    EXPECT_EQ(Terminal(out, {true, true, true, 80}).glyph("✓", "+"), "✓");
+    EXPECT_EQ(Terminal(out, {true, true, false, 80}).glyph("✓", "+"), "+");
+}
+
+} // namespace
+} // namespace vexil::host

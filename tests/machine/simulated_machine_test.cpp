@@ -1,0 +1,150 @@
+#include "host/subprocess.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <set>
+
+namespace vexil::host::tests {
+namespace {
+
+using Json = nlohmann::json;
+
+Json jsonOf(const std::vector<std::string>& arguments) {
+    const auto end = runProgram(arguments);
+    EXPECT_EQ(end.code, 0) << end.err;
+    return Json::parse(end.out);
+}
+
+/// The report of a run on a simulated machine, with the program's exit code in it.
+Json reportOf(const std::string& scenario, const std::vector<std::string>& options) {
+    const auto file = std::filesystem::path(testing::TempDir()) / ("report_" + scenario + ".json");
+    std::vector<std::string> arguments = {"--machine", "simulated:" + scenario, "run", "--report",
+                                          file.string()};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    const auto end = runProgram(arguments);
+    auto report = Json::parse(std::ifstream(file));
+    EXPECT_EQ(report["exitCode"], end.code) << end.out << end.err;
+    std::filesystem::remove(file);
+    return report;
+}
+
+struct BrokenCard {
+    const char* scenario;
+    int result;
+    std::vector<std::string> messages;
+    int lastProgress;
+    int exitCode;
+};
+
+class BrokenCards : public testing::TestWithParam<BrokenCard> {};
+
+TEST_P(BrokenCards, GetTheResultAndTheMessagesOfTheirFault) {
+    const auto& expected = GetParam();
+    const auto report = reportOf(expected.scenario, {"--tests", "1"});
+    ASSERT_EQ(report["runs"].size(), 1U);
+    const auto& run = report["runs"][0];
+    EXPECT_EQ(run["result"], expected.result);
+    std::vector<std::string> messages;
+    for (const auto& message : run["messages"]) {
+        EXPECT_EQ(message["kind"], 0);
+        messages.push_back(message["key"]);
+    }
+    EXPECT_EQ(messages, expected.messages);
+    EXPECT_EQ(run["progress"].back(), expected.lastProgress);
+    EXPECT_EQ(report["exitCode"], expected.exitCode);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    OfDirect3D, BrokenCards,
+    testing::Values(BrokenCard{"byte_flip", 3, {}, 32, 1},
+                    BrokenCard{"small_memory", 1, {"TOTAL_SURFACES_TESTED: 4/4"}, 100, 0},
+                    BrokenCard{"no_memory", 5, {"A_VIDEO_CARD_COULD_NOT_ALLOCATE_MEMORY"}, 100, 3},
+                    BrokenCard{"removed_device", 5, {"TEST_COULD_NOT_BE_COMPLETED"}, 100, 3},
+                    BrokenCard{"failing_map", 5, {"A_VIDEO_CARD_COULD_NOT_EXECUTE_OPERATION"}, 100, 3},
+                    BrokenCard{"no_resolve", 5, {"A_VIDEO_CARD_COULD_NOT_EXECUTE_OPERATION"}, 100, 3}),
+    [](const auto& info) { return std::string(info.param.scenario); });
+
+TEST(SimulatedMachine, HasOneHealthyCardOfEachVendorAndPassesTheVideoMemoryTest) {
+    const auto report = reportOf("healthy", {"--tests", "1"});
+    EXPECT_EQ(report["machine"], "simulated");
+    ASSERT_EQ(report["runs"].size(), 3U);
+    for (const auto& run : report["runs"]) {
+        EXPECT_EQ(run["result"], 1);
+        EXPECT_EQ(run["outcome"], "Passed");
+        ASSERT_EQ(run["messages"].size(), 1U);
+        EXPECT_EQ(run["messages"][0]["key"], "TOTAL_SURFACES_TESTED: 50/50");
+        EXPECT_NE(run["messages"][0]["text"], "TOTAL_SURFACES_TESTED: 50/50") << "the host translates it";
+        std::vector<int> progress = run["progress"];
+        ASSERT_EQ(progress.size(), 51U);
+        for (int i = 0; i <= 50; ++i) {
+            EXPECT_EQ(progress[static_cast<std::size_t>(i)], 2 * i);
+        }
+    }
+    EXPECT_EQ(report["summary"]["passed"], 3);
+    EXPECT_EQ(report["exitCode"], 0);
+}
+
+TEST(SimulatedMachine, ListsItsCardsWithIntelLast) {
+    const auto document = jsonOf({"--machine", "simulated", "cards", "--json"});
+    EXPECT_EQ(document["schema"], "vexil.cards/1");
+    EXPECT_EQ(document["machine"], "simulated");
+    ASSERT_EQ(document["cards"].size(), 3U);
+    EXPECT_EQ(document["cards"][0]["id"], "0100");
+    EXPECT_EQ(document["cards"][1]["id"], "0a00");
+    EXPECT_EQ(document["cards"][2]["name"], "Intel UHD Graphics 630");
+    std::set<std::string> rows;
+    for (const auto& row : document["cards"][0]["rows"]) {
+        rows.insert(row["key"]);
+    }
+    EXPECT_TRUE(rows.contains("DIRECTX_VIDEO_CARD_MEMORY")) << "Direct3D was matched with the card";
+}
+
+TEST(SimulatedMachine, ListsTheSixteenTestsInCatalogueOrder) {
+    const auto document = jsonOf({"--machine", "simulated", "tests", "--json"});
+    EXPECT_EQ(document["schema"], "vexil.tests/1");
+    std::vector<int> ids;
+    for (const auto& test : document["tests"]) {
+        ids.push_back(test["id"]);
+        EXPECT_TRUE(test["name"].is_string());
+        EXPECT_TRUE(test["tooltip"].is_string());
+        EXPECT_TRUE(test["group"].is_string());
+        EXPECT_TRUE(test["groupRank"].is_number());
+        EXPECT_TRUE(test["available"].is_boolean());
+    }
+    EXPECT_EQ(ids, (std::vector<int>{1, 3, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20, 4, 90, 5, 21}));
+    EXPECT_EQ(document["tests"][0]["available"], true);
+}
+
+TEST(SimulatedMachine, WritesTheSameImagesInTwoRuns) {
+    const auto first = reportOf("byte_flip", {"--tests", "1"});
+    const auto second = reportOf("byte_flip", {"--tests", "1"});
+    EXPECT_EQ(first["runs"][0]["progress"], second["runs"][0]["progress"]);
+}
+
+TEST(SimulatedMachine, FillsTheMemoryThatACardReallyHasInTheExtendedTest) {
+    const auto report = reportOf("healthy", {"--tests", "4", "--card", "0100"});
+    ASSERT_EQ(report["runs"].size(), 1U);
+    EXPECT_EQ(report["runs"][0]["result"], 1);
+    const std::string message = report["runs"][0]["messages"][0]["key"];
+    EXPECT_TRUE(message.starts_with("TOTAL_SURFACES_TESTED: ")) << message;
+    EXPECT_GT(std::stoi(message.substr(23)), 50);
+}
+
+TEST(SimulatedMachine, SaysWhatIsWrongWithAScenario) {
+    const auto file = std::filesystem::path(testing::TempDir()) / "misspelt.json";
+    std::ofstream(file)
+        << R"({"schema": "vexil.scenario/1", "cards": [{"vendorId": "10DE", "deviceId": "2503",
+        "location": "01:00.0", "direct3d": {"fualts": []}}]})";
+    const auto end = runProgram({"--machine", "simulated:" + file.string(), "run"});
+    EXPECT_EQ(end.code, 2);
+    EXPECT_NE(end.err.find("cards[0].direct3d.fualts: is not a field"), std::string::npos) << end.err;
+    EXPECT_EQ(std::ranges::count(end.err, '\n'), 1);
+    std::filesystem::remove(file);
+}
+
+} // namespace
+} // namespace vexil::host::tests

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "platform/windows/cim/com_calls.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace vexil::tests {
+
+/// A value that an object gives out, freed with it.
+class FakeValue {
+public:
+    FakeValue() { VariantInit(&value_); }
+    FakeValue(const FakeValue& other) : FakeValue() { other.copyTo(value_); }
+    FakeValue& operator=(const FakeValue&) = delete;
+    ~FakeValue() { VariantClear(&value_); }
+
+    [[nodiscard]] static FakeValue text(const std::wstring& text);
+    [[nodiscard]] static FakeValue number(LONG number);
+    [[nodiscard]] static FakeValue texts(const std::vector<std::wstring>& texts);
+    [[nodiscard]] static FakeValue bytes(const std::string& bytes);
+    /// For every other type; the caller fills it.
+    [[nodiscard]] VARIANT& variant() { return value_; }
+    HRESULT copyTo(VARIANT& copy) const { return VariantCopy(&copy, &value_); }
+
+private:
+    mutable VARIANT value_; ///< which COM's own copy takes for writable
+};
+
+/// Its properties; reading another one fails.
+using FakeObject = std::map<std::wstring, FakeValue>;
+
+/// COM and one WMI namespace, in memory. What reaches it is written down; the fields of the first group say
+/// how it answers.
+class FakeWbem final : public platform::ComCalls {
+public:
+    HRESULT initializeResult = S_OK;
+    HRESULT securityResult = S_OK;
+    HRESULT createResult = S_OK;
+    HRESULT connectResult = S_OK;
+    HRESULT blanketResult = S_OK;
+    HRESULT executeResult = S_OK;
+    bool givesServices = true;
+    bool givesEnumerator = true;
+    std::vector<FakeObject> objects;
+    int refusedText = 0; ///< the number, from 1, of the text that there is no memory for
+
+    std::vector<std::string> calls;
+    int references = 0; ///< to COM: those given less those taken back
+    int textsAlive = 0;
+    int texts = 0;
+    int interfacesAlive = 0;
+
+    HRESULT initialize(void* reserved, DWORD model) override;
+    HRESULT initializeSecurity(PSECURITY_DESCRIPTOR descriptor, LONG serviceCount,
+                               SOLE_AUTHENTICATION_SERVICE* services, void* reserved1,
+                               DWORD authenticationLevel, DWORD impersonationLevel, void* authenticationList,
+                               DWORD capabilities, void* reserved3) override;
+    HRESULT createInstance(REFCLSID classId, IUnknown* outer, DWORD context, REFIID interfaceId,
+                           void** object) override;
+    HRESULT setProxyBlanket(IUnknown* proxy, DWORD authenticationService, DWORD authorizationService,
+                            OLECHAR* principal, DWORD authenticationLevel, DWORD impersonationLevel,
+                            RPC_AUTH_IDENTITY_HANDLE identity, DWORD capabilities) override;
+    void uninitialize() override;
+    BSTR allocateText(const OLECHAR* text, UINT length) override;
+    void freeText(BSTR text) override;
+};
+
+} // namespace vexil::tests
