@@ -12,7 +12,10 @@ namespace vexil::simulated {
 /// A machine described in a file: its cards, and what is broken about them.
 struct Scenario {
     std::string description;
+    std::int32_t cudaDriverVersion = 12040; ///< 1000 * major + 10 * minor
     std::vector<ScenarioCard> cards;
+    AdlSection adl;
+    NvapiSection nvapi;
 };
 
 /// Reads and checks a scenario file, every section of it. Throws `ScenarioError`.
