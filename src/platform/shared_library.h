@@ -17,9 +17,6 @@ namespace vexil::platform {
 /// Opens what the path names, by the system's rules for paths.
 [[nodiscard]] void* openLibraryPath(const std::string& path);
 
-/// The library of that bare name that the process holds already; null if it holds none. Nothing is searched.
-[[nodiscard]] void* loadedLibrary(const std::string& name);
-
 /// The folder of the system's own libraries, without a separator at its end; nothing if it cannot be told.
 [[nodiscard]] std::optional<std::string> systemLibraryFolder();
 

@@ -75,8 +75,6 @@ void* openTrustedLibrary(const std::string& name) {
 
 void* openLibraryPath(const std::string& path) { return dlopen(path.c_str(), mode); }
 
-void* loadedLibrary(const std::string& name) { return dlopen(name.c_str(), mode | RTLD_NOLOAD); }
-
 std::optional<std::string> systemLibraryFolder() {
     // Debian's folder first, then those of the other families.
     static constexpr std::array folders = {"/usr/lib/x86_64-linux-gnu", "/usr/lib64", "/lib64", "/usr/lib"};

@@ -14,11 +14,6 @@ static_assert(trustedFolders == 0x900);
 
 } // namespace
 
-void* loadedLibrary(const std::string& name) {
-    HMODULE library = nullptr;
-    return GetModuleHandleExW(0, toWide(name).c_str(), &library) ? library : nullptr;
-}
-
 void* openTrustedLibrary(const std::string& name) {
     return LoadLibraryExW(toWide(name).c_str(), nullptr, trustedFolders);
 }
