@@ -66,7 +66,7 @@ INSTANTIATE_TEST_SUITE_P(
                     BrokenCard{"removed_device", 5, {"TEST_COULD_NOT_BE_COMPLETED"}, 100, 3},
                     BrokenCard{"failing_map", 5, {"A_VIDEO_CARD_COULD_NOT_EXECUTE_OPERATION"}, 100, 3},
                     BrokenCard{"no_resolve", 5, {"A_VIDEO_CARD_COULD_NOT_EXECUTE_OPERATION"}, 100, 3}),
-    [](const auto& info) { return std::string(info.param.scenario); });
+    [](const auto& tested) { return std::string(tested.param.scenario); });
 
 TEST(SimulatedMachine, HasOneHealthyCardOfEachVendorAndPassesTheVideoMemoryTest) {
     const auto report = reportOf("healthy", {"--tests", "1"});
