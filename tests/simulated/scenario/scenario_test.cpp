@@ -42,7 +42,7 @@ TEST(Scenario, NamesTheFieldAndTheReasonOfAnError) {
         {R"({"schema": "vexil.scenario/1", "cards": {}})", "cards: must be a list, is {}"},
         {R"({"schema": "vexil.scenario/1", "cards": [1]})", "cards[0]: must be an object"},
         {R"({"schema": "vexil.scenario/1", "crads": []})",
-         "crads: is not a field of a scenario here; known are cards, description, schema"},
+         "crads: is not a field of a scenario here; known are adl, cards, description, nvapi, schema"},
     };
     for (const auto& [json, error] : all) {
         EXPECT_EQ(errorOf(json), error) << json;
