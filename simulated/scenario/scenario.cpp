@@ -12,6 +12,7 @@ ScenarioCard readCard(FieldReader& reader, std::size_t place, std::int32_t& next
     auto card = readScenarioCard(reader, place);
     card.adl = readAdlCard(reader, card.location, nextAdlIndex);
     card.nvapi = readNvapiCard(reader, card.location);
+    card.kernelGraphics = readKernelGraphicsSection(reader);
     reader.finish();
     return card;
 }
@@ -33,6 +34,8 @@ Scenario loadScenario(const std::string& file) {
     }
     scenario.adl = readAdl(reader);
     scenario.nvapi = readNvapi(reader);
+    scenario.processor = readProcessorSection(reader);
+    scenario.driverService = readDriverServiceSection(reader);
     reader.finish();
     return scenario;
 }

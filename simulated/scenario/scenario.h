@@ -1,6 +1,7 @@
 #pragma once
 
 #include "simulated/scenario/field_reader.h"
+#include "simulated/scenario/processor_section.h"
 #include "simulated/scenario/scenario_card.h"
 
 #include <optional>
@@ -16,6 +17,8 @@ struct Scenario {
     std::vector<ScenarioCard> cards;
     AdlSection adl;
     NvapiSection nvapi;
+    ProcessorSection processor;
+    DriverServiceSection driverService;
 };
 
 /// Reads and checks a scenario file, every section of it. Throws `ScenarioError`.

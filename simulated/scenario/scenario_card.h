@@ -4,6 +4,7 @@
 #include "simulated/scenario/cuda_section.h"
 #include "simulated/scenario/direct3d_section.h"
 #include "simulated/scenario/nvapi_section.h"
+#include "simulated/scenario/kernel_graphics_section.h"
 
 #include <cstdint>
 #include <optional>
@@ -26,6 +27,7 @@ struct ScenarioCard {
     std::optional<CudaCardSection> cuda; ///< nothing for a card that CUDA does not list
     std::optional<AdlCardSection> adl;     ///< only if ADL knows the card
     std::optional<NvapiCardSection> nvapi; ///< only if NVAPI knows the card
+    KernelGraphicsSection kernelGraphics;
 
     /// The path of the card's display interface.
     [[nodiscard]] std::string devicePath() const;

@@ -4,6 +4,8 @@
 #include "module/video_card/machine.h"
 #include "module/video_card/statistics/adl/adl_scanner.h"
 #include "module/video_card/statistics/nvapi/nvapi_scanner.h"
+#include "module/video_card/statistics/d3dkmt/d3dkmt_device_statistics.h"
+#include "module/video_card/statistics/intel/intel_device_statistics.h"
 #include "platform/kernel_graphics.h"
 #include "platform/library_names.h"
 #include "platform/wide_text.h"
@@ -98,10 +100,14 @@ public:
         return listCudaDevices(listing, strings());
     }
     std::vector<Dx11Context> direct3dContexts() override { return createAllDx11Contexts(); }
-    StatisticsScans statisticsScans(const std::vector<AdapterRecord>&) override {
+    StatisticsScans statisticsScans(const std::vector<AdapterRecord>& adapters) override {
         StatisticsScans scans;
         scans.adl = [](StatisticsSources& sources) { ADLDeviceStatisticsScanner().scan(sources); };
         scans.nvapi = [](StatisticsSources& sources) { NvapiDeviceStatisticsScanner().scan(sources); };
+        scans.intel = [](StatisticsSources& sources) { IntelDeviceStatisticsScanner().scan(sources); };
+        scans.d3dkmt = [adapters](StatisticsSources& sources) {
+            D3DKMTDeviceStatisticsScanner(adapters).scan(sources);
+        };
         return scans;
     }
 };

@@ -13,5 +13,6 @@ std::span<const char* const> adlLibraries() {
     static constexpr const char* names[] = {"atiadlxx.dll", "atiadlxy.dll"};
     return names;
 }
+const char* processorLibrary() { return "vexil_processor.dll"; }
 
 } // namespace vexil::platform

@@ -14,16 +14,17 @@ static_assert(trustedFolders == 0x900);
 
 } // namespace
 
-void* loadedLibrary(const std::string& name) {
-    HMODULE library = nullptr;
-    return GetModuleHandleExW(0, toWide(name).c_str(), &library) ? library : nullptr;
-}
-
 void* openTrustedLibrary(const std::string& name) {
     return LoadLibraryExW(toWide(name).c_str(), nullptr, trustedFolders);
 }
 
 void* openLibraryPath(const std::string& path) { return LoadLibraryW(toWide(path).c_str()); }
+
+void* loadedLibrary(const std::string& name) {
+    // With a reference of its own, as every other opening here gives one.
+    HMODULE library = nullptr;
+    return GetModuleHandleExW(0, toWide(name).c_str(), &library) != 0 ? library : nullptr;
+}
 
 std::optional<std::string> systemLibraryFolder() {
     wchar_t buffer[256];
