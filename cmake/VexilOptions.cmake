@@ -11,7 +11,9 @@ endif()
 
 set(VEXIL_SANITIZE "" CACHE STRING "Sanitizers to build with, as -fsanitize takes them")
 if(VEXIL_SANITIZE)
-  target_compile_options(vexil_options INTERFACE -fsanitize=${VEXIL_SANITIZE} -fno-omit-frame-pointer -g)
+  # The extra code of the sanitizers makes this warning see ghosts in the standard library.
+  target_compile_options(vexil_options INTERFACE
+    -fsanitize=${VEXIL_SANITIZE} -fno-omit-frame-pointer -g -Wno-maybe-uninitialized)
   target_link_options(vexil_options INTERFACE -fsanitize=${VEXIL_SANITIZE})
 endif()
 
