@@ -19,7 +19,7 @@ using namespace vexil::module::video_card;
 
 std::vector<AdapterRecord> adaptersOfScenario() {
     std::vector<AdapterRecord> adapters;
-    for (const auto& card : simulated::loadScenario(VEXIL_HEALTHY_SCENARIO).cards) {
+    for (const auto& card : simulated::loadScenario(VEXIL_SCENARIO_FILE).cards) {
         AdapterRecord adapter;
         adapter.name = card.name;
         adapter.vendorId = card.vendorId;
@@ -62,8 +62,7 @@ void allValuesOfACard(benchmark::State& state, std::size_t place) {
 } // namespace
 
 int main(int argc, char** argv) {
-    static char scenario[] = "VEXIL_SCENARIO=" VEXIL_HEALTHY_SCENARIO;
-    putenv(scenario);
+    setenv("VEXIL_SCENARIO", VEXIL_SCENARIO_FILE, 1);
     for (const char* file : {VEXIL_STAND_INS}) {
         if (platform::openLibraryPath(file) == nullptr) {
             std::fprintf(stderr, "%s cannot be opened\n", file);

@@ -103,6 +103,13 @@ std::string Language::translateLine(std::string_view line) const {
     if (const auto whole = texts_.find(line); whole != texts_.end()) {
         return whole->second;
     }
+    // A key may have brackets of its own, which the walk below would take for delimiters.
+    const auto colon = line.find(": ");
+    if (colon != std::string_view::npos) {
+        if (const auto front = texts_.find(line.substr(0, colon)); front != texts_.end()) {
+            return front->second + ": " + translateLine(line.substr(colon + 2));
+        }
+    }
     std::string text;
     while (!line.empty()) {
         const auto length = std::min(line.find_first_of(delimiters), line.size());

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "simulated/scenario/field_reader.h"
+#include "simulated/scenario/processor_section.h"
 #include "simulated/scenario/scenario_card.h"
 
 #include <optional>
@@ -12,9 +13,12 @@ namespace vexil::simulated {
 /// A machine described in a file: its cards, and what is broken about them.
 struct Scenario {
     std::string description;
+    std::int32_t cudaDriverVersion = 12040; ///< 1000 * major + 10 * minor
     std::vector<ScenarioCard> cards;
     AdlSection adl;
     NvapiSection nvapi;
+    ProcessorSection processor;
+    DriverServiceSection driverService;
 };
 
 /// Reads and checks a scenario file, every section of it. Throws `ScenarioError`.

@@ -20,7 +20,7 @@ protected:
 
     static void useCase(const char* name) { platform::setEnvironmentVariable("VEXIL_FAKE_MODULE", name); }
     [[nodiscard]] static ProgramEnd run(std::vector<std::string> arguments) {
-        const auto module = platform::programFolder() / "host_tests" / VEXIL_FAKE_MODULE_FILE;
+        const auto module = platform::programFolder() / "fake_modules" / VEXIL_FAKE_MODULE_FILE;
         arguments.insert(arguments.end(),
                          {"--machine", "real", "--language", "en", "--module", toUtf8(module)});
         return tests::runProgram(arguments);

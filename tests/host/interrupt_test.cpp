@@ -9,7 +9,7 @@ namespace {
 
 tests::ProgramEnd run(const std::string& ids) {
     platform::setEnvironmentVariable("VEXIL_FAKE_MODULE", "scripted");
-    const auto module = platform::programFolder() / "host_tests" / VEXIL_FAKE_MODULE_FILE;
+    const auto module = platform::programFolder() / "fake_modules" / VEXIL_FAKE_MODULE_FILE;
     return tests::runProgram({"--machine", "real", "--language", "en", "--module", toUtf8(module), "run",
                               "--card", "0100", "--tests", ids});
 }

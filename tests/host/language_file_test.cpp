@@ -76,13 +76,15 @@ TEST(EnglishTexts, StandForEveryKey) {
 
 TEST(EnglishTexts, AreAllUsedByAKey) {
     const auto keys = allKeys();
-    for (const auto& text : english().texts()) {
+    const auto language = english();
+    for (const auto& text : language.texts()) {
         EXPECT_TRUE(keys.contains(text.first)) << text.first;
     }
 }
 
 TEST(EnglishTexts, AreNotTheKeysThemselves) {
-    for (const auto& [key, text] : english().texts()) {
+    const auto language = english();
+    for (const auto& [key, text] : language.texts()) {
         EXPECT_EQ(text.find('_'), std::string::npos) << key;
     }
 }

@@ -74,7 +74,7 @@ TEST_F(SimulatedMachines, TakeTheAbsolutePathOfAFile) {
 }
 
 TEST_F(SimulatedMachines, OpenTheStandInsInTheOrderOfTheirNamesAndNothingElse) {
-    const auto built = platform::programFolder() / "host_tests" / VEXIL_FAKE_MODULE_FILE;
+    const auto built = platform::programFolder() / "fake_modules" / VEXIL_FAKE_MODULE_FILE;
     const auto extension = built.extension();
     std::filesystem::create_directories(folder_ / "simulated");
     for (const char* name : {"libb", "liba", "libc"}) {

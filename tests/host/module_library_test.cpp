@@ -11,7 +11,7 @@
 namespace vexil::host {
 namespace {
 
-std::filesystem::path built(const char* file) { return platform::programFolder() / "host_tests" / file; }
+std::filesystem::path built(const char* file) { return platform::programFolder() / "fake_modules" / file; }
 
 std::string errorOf(const std::filesystem::path& file, bool namedByUser = true) {
     try {

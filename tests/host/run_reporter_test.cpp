@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <thread>
 
 namespace vexil::host {
@@ -19,7 +20,7 @@ private:
 
 TEST(RunReporter, KeepsEachProgressValueOnceInTheOrderSent) {
     RunReporter reporter;
-    for (const std::uint8_t percent : {0, 2, 2, 50, 2, 100, 100, 0}) {
+    for (const std::uint8_t percent : std::to_array<std::uint8_t>({0, 2, 2, 50, 2, 100, 100, 0})) {
         reporter.setProgress(percent);
     }
     EXPECT_EQ(reporter.progress(), (std::vector<std::uint8_t>{0, 2, 50, 100}));

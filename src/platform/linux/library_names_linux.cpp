@@ -13,5 +13,6 @@ std::span<const char* const> adlLibraries() {
     static constexpr const char* names[] = {"libvexil_adl.so"};
     return names;
 }
+const char* processorLibrary() { return "libvexil_processor.so"; }
 
 } // namespace vexil::platform

@@ -51,6 +51,8 @@ bool loaderPathHoldsWorkingDirectory() {
 
 } // namespace
 
+void* loadedLibrary(const std::string& name) { return dlopen(name.c_str(), mode | RTLD_NOLOAD); }
+
 void* openTrustedLibrary(const std::string& name) {
     if (name.empty()) {
         return nullptr;
@@ -59,7 +61,7 @@ void* openTrustedLibrary(const std::string& name) {
         return dlopen(name.c_str(), mode);
     }
     // A library that already answers to this name is the one meant, as with the system's loader on Windows.
-    if (void* loaded = dlopen(name.c_str(), mode | RTLD_NOLOAD)) {
+    if (void* loaded = loadedLibrary(name)) {
         return loaded;
     }
     const auto own = ownFolder();

@@ -20,6 +20,12 @@ void* openTrustedLibrary(const std::string& name) {
 
 void* openLibraryPath(const std::string& path) { return LoadLibraryW(toWide(path).c_str()); }
 
+void* loadedLibrary(const std::string& name) {
+    // With a reference of its own, as every other opening here gives one.
+    HMODULE library = nullptr;
+    return GetModuleHandleExW(0, toWide(name).c_str(), &library) != 0 ? library : nullptr;
+}
+
 std::optional<std::string> systemLibraryFolder() {
     wchar_t buffer[256];
     const UINT length = GetSystemDirectoryW(buffer, 256);

@@ -29,6 +29,8 @@ int loadScanAndUnload() {
 }
 
 TEST(ModuleLifetime, LoadsScansAndUnloadsAThousandTimesWithoutGrowth) {
+    // The processor of the build machine may be one that ends every scan.
+    ASSERT_NE(platform::openLibraryPath(VEXIL_SIMULATED_PROCESSOR), nullptr);
     const int devices = loadScanAndUnload();
     for (int i = 0; i < 100; ++i) {
         loadScanAndUnload(); // What the drivers below keep for the process is there after these.

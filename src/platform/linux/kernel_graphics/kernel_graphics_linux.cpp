@@ -1,28 +1,55 @@
 #include "core/shared_api.h"
 #include "platform/linux/kernel_graphics/adapter_luids.h"
+#include "platform/linux/kernel_graphics/drm_statistics.h"
+#include "platform/linux/system_roots.h"
+#include "platform/performance_counter.h"
 #include "platform/wide_text.h"
 
 #include <algorithm>
+#include <exception>
+#include <mutex>
 
 // Linux has no kernel-mode graphics interface of Windows' kind. This library answers its functions from what
-// the Vulkan driver tells of the adapters, so that the module finds its cards in the same way on both homes.
+// the Vulkan driver and the kernel's files tell of the adapters, so that the module finds and watches its
+// cards in the same way on both homes.
 namespace {
 
 using namespace vexil::platform;
 
+std::mutex mutex;
+
+DrmStatistics& statistics() {
+    static DrmStatistics instance(sysfsRoot(), procfsRoot(), performanceCounter);
+    return instance;
+}
+
+/// Asks Vulkan anew only for an address that it did not know the last time.
+const AdapterLuid* findLuid(const PciAddress& address) {
+    static std::vector<AdapterLuid> luids;
+    auto found = std::ranges::find(luids, address, &AdapterLuid::address);
+    if (found == luids.end()) {
+        luids = listAdapterLuids();
+        found = std::ranges::find(luids, address, &AdapterLuid::address);
+    }
+    return found == luids.end() ? nullptr : &*found;
+}
+
 d3dkmt::Status open(d3dkmt::OpenAdapterFromDeviceName& request) {
     const auto address = pciAddressOfPath(toUtf8(request.deviceName));
-    if (!address) {
-        return d3dkmt::invalidParameter;
-    }
-    const auto luids = listAdapterLuids();
-    const auto found = std::ranges::find(luids, *address, &AdapterLuid::address);
-    if (found == luids.end()) {
+    const std::lock_guard lock(mutex);
+    const auto* found = address ? findLuid(*address) : nullptr;
+    if (found == nullptr) {
         return d3dkmt::invalidParameter;
     }
     request.adapter = found->luid.lowPart;
     request.adapterLuid = found->luid;
+    statistics().addAdapter(found->luid, *address);
     return d3dkmt::success;
+}
+
+d3dkmt::Status query(d3dkmt::QueryStatistics& request) {
+    const std::lock_guard lock(mutex);
+    return statistics().answer(request);
 }
 
 } // namespace
@@ -31,6 +58,15 @@ extern "C" {
 
 VEXIL_SHARED_API d3dkmt::Status D3DKMTOpenAdapterFromDeviceName(d3dkmt::OpenAdapterFromDeviceName* request) {
     return request == nullptr || request->deviceName == nullptr ? d3dkmt::invalidParameter : open(*request);
+}
+
+VEXIL_SHARED_API d3dkmt::Status D3DKMTQueryStatistics(d3dkmt::QueryStatistics* request) {
+    try {
+        return request == nullptr ? d3dkmt::invalidParameter : query(*request);
+    } catch (const std::exception&) {
+        // No memory, or a file system that fails: nothing may be thrown across a plain function.
+        return d3dkmt::invalidParameter;
+    }
 }
 
 VEXIL_SHARED_API d3dkmt::Status D3DKMTCloseAdapter(const d3dkmt::CloseAdapter*) { return d3dkmt::success; }

@@ -1,0 +1,46 @@
+#include "simulated/scenario/kernel_graphics_section.h"
+
+#include "simulated/scenario/field_reader.h"
+
+#include <limits>
+
+namespace vexil::simulated {
+
+namespace {
+
+constexpr std::uint32_t anyStatus = std::numeric_limits<std::uint32_t>::max();
+
+std::int32_t status(FieldReader& reader, const char* field) {
+    return static_cast<std::int32_t>(reader.number(field, 0, anyStatus, 0));
+}
+
+ScenarioEngine readEngine(FieldReader& reader) {
+    ScenarioEngine engine;
+    engine.loadPercent = reader.has("loadPercent") ? reader.real("loadPercent", 0, 1000) : 0;
+    engine.status = status(reader, "status");
+    reader.finish();
+    return engine;
+}
+
+} // namespace
+
+KernelGraphicsSection readKernelGraphicsSection(FieldReader& card) {
+    KernelGraphicsSection section;
+    auto reader = card.object("kernelGraphics");
+    if (!reader) {
+        section.engines.emplace_back();
+        return section;
+    }
+    section.openStatus = status(*reader, "openStatus");
+    section.statisticsStatus = status(*reader, "statisticsStatus");
+    if (reader->has("engineCount")) {
+        section.engineCount = static_cast<std::uint32_t>(reader->number("engineCount", 0, anyStatus));
+    }
+    for (auto& engine : reader->objects("engines")) {
+        section.engines.push_back(readEngine(engine));
+    }
+    reader->finish();
+    return section;
+}
+
+} // namespace vexil::simulated

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace vexil::simulated {
+
+class FieldReader;
+
+/// One engine of a simulated card.
+struct ScenarioEngine {
+    double loadPercent = 0;
+    std::int32_t status = 0; ///< of each query for it; an NTSTATUS
+};
+
+/// What the kernel-mode graphics statistics tell of a card.
+struct KernelGraphicsSection {
+    std::int32_t openStatus = 0;
+    std::int32_t statisticsStatus = 0;        ///< of the question how many engines there are
+    std::optional<std::uint32_t> engineCount; ///< claimed instead of the true number
+    std::vector<ScenarioEngine> engines;
+};
+
+/// Reads the field "kernelGraphics" of a card; without it the card has one idle engine.
+[[nodiscard]] KernelGraphicsSection readKernelGraphicsSection(FieldReader& card);
+
+} // namespace vexil::simulated
