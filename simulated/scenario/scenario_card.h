@@ -3,8 +3,8 @@
 #include "simulated/scenario/adl_section.h"
 #include "simulated/scenario/cuda_section.h"
 #include "simulated/scenario/direct3d_section.h"
-#include "simulated/scenario/nvapi_section.h"
 #include "simulated/scenario/kernel_graphics_section.h"
+#include "simulated/scenario/nvapi_section.h"
 
 #include <cstdint>
 #include <optional>
