@@ -56,7 +56,7 @@ Session openSession(const CommandContext& context, bool needsCard, bool announce
                                   ? language.text(keys::simulatedMachine) + ": " + machine.scenario
                                   : language.text(keys::realMachine));
     }
-    return {machine, context.environment.programFolder, options.module};
+    return {machine, context.environment.programFolder, options.module, context.environment.direct3dProbe};
 }
 
 void explainScan(const CommandContext& context, const Session& session) {
@@ -64,7 +64,7 @@ void explainScan(const CommandContext& context, const Session& session) {
         context.terminal.paragraph(context.language.text(keys::noCards), 0, Style::Warning);
         return;
     }
-    if (const auto missing = Session::missingDirect3dLibrary()) {
+    if (const auto& missing = session.missingDirect3d()) {
         context.terminal.paragraph(context.language.text(keys::direct3dMissing) + ": " + *missing, 0,
                                    Style::Warning);
     }

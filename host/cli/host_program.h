@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/cli/terminal.h"
+#include "host/core/direct3d_need.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -21,6 +22,7 @@ struct HostEnvironment {
     unsigned hardwareThreads = 0; ///< 0: unknown
     bool hasDisplayController = false;
     const volatile std::uint8_t& cancel; ///< non-zero stops the run
+    Direct3dProbe direct3dProbe = missingDirect3dLibrary;
 };
 
 /// The program, from its arguments (without its name) to its exit code. Every error is one line on `err`.

@@ -39,6 +39,7 @@ int main(int count, char** values) {
         std::thread::hardware_concurrency(),
         platform::hasDisplayController(),
         cancelRequested,
+        vexil::host::missingDirect3dLibrary,
     };
     return vexil::host::runHost(platform::commandLineArguments(count, values), environment);
 }

@@ -120,7 +120,8 @@ ExitCode runCommand(const CommandContext& context) {
 
     const auto session = openSession(context, true, true);
     explainScan(context, session);
-    auto plan = planRuns(session.module(), session.cards(), context.options.request, context.language);
+    auto plan = planRuns(session.module(), session.cards(), context.options.request, context.language,
+                         session.missingDirect3d());
     explainNotOffered(context, session.cards(), plan);
 
     report.machine = session.machine();

@@ -104,7 +104,7 @@ ExitCode listTestsCommand(const CommandContext& context) {
         cards.push_back(session.cards()[index]);
         records.push_back(cards.back().record);
     }
-    const auto tests = listTests(session.module(), cards);
+    const auto tests = listTests(session.module(), cards, !session.missingDirect3d());
     if (json) {
         context.environment.out << testsDocument(session.machine(), tests, records, context.language)
                                 << std::flush;

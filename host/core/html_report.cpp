@@ -22,7 +22,7 @@ public:
                              escapeHtml(language_.code()), tr(keys::reportTitle));
         html_ += htmlStyle;
         html_ += fmt::format("</style>\n</head>\n<body>\n<main>\n<h1>{}</h1>\n<p class=\"when\">{} {}</p>\n",
-                             tr(keys::reportTitle), tr(keys::startedAt), toRfc3339(report_.startedAt));
+                             tr(keys::reportTitle), tr(keys::startedAt), describeTime(report_.startedAt));
         writeVerdict();
         writeCards();
         writeRuns();

@@ -24,7 +24,7 @@ h2 { font-size: 17px; margin: 36px 0 12px; }
 .counts { font-size: 14px; font-weight: 400; margin-top: 2px; }
 .sheet { background: var(--sheet); border: 1px solid var(--line); border-radius: 10px; padding: 16px 20px;
   margin-bottom: 12px; }
-.cards { display: grid; grid-template-columns: repeat(auto-fill, minmax(280px, 1fr)); gap: 12px; }
+.cards { display: grid; grid-template-columns: repeat(auto-fit, minmax(280px, 1fr)); gap: 12px; }
 .cards .sheet { margin: 0; }
 .name { font-weight: 600; font-size: 16px; }
 .id { color: var(--soft); font: 13px ui-monospace, "DejaVu Sans Mono", monospace; margin-left: 6px; }
@@ -47,7 +47,7 @@ footer { color: var(--soft); font-size: 13px; margin: 24px 0 40px; }
   body { font-size: 11pt; }
   main { max-width: none; margin: 0; padding: 0; }
   .verdict, .badge, .notice { border: 1px solid currentColor; }
-  .sheet, tr { break-inside: avoid; }
+  .cards .sheet, tr { break-inside: avoid; }
   h2 { break-after: avoid; }
 }
 )css";

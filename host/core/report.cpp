@@ -20,4 +20,9 @@ std::string toRfc3339(std::chrono::system_clock::time_point time) {
                        fmt::gmtime(std::chrono::system_clock::to_time_t(seconds)), milliseconds);
 }
 
+std::string describeTime(std::chrono::system_clock::time_point time) {
+    return fmt::format("{:%Y-%m-%d %H:%M:%S} UTC", fmt::gmtime(std::chrono::system_clock::to_time_t(
+                                                       std::chrono::floor<std::chrono::seconds>(time))));
+}
+
 } // namespace vexil::host

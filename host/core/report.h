@@ -38,5 +38,7 @@ struct Report {
 
 /// "2026-01-31T23:59:59.123Z": RFC 3339 in universal time.
 [[nodiscard]] std::string toRfc3339(std::chrono::system_clock::time_point time);
+/// "2026-01-31 23:59:59 UTC", for people.
+[[nodiscard]] std::string describeTime(std::chrono::system_clock::time_point time);
 
 } // namespace vexil::host

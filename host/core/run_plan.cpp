@@ -1,6 +1,7 @@
 #include "host/core/run_plan.h"
 
 #include "core/module.h"
+#include "host/core/direct3d_need.h"
 #include "host/core/exit_code.h"
 #include "host/core/test_catalogue.h"
 #include "module/video_card/catalogue.h"
@@ -146,6 +147,30 @@ void refuseUnknownSettings(const std::vector<Setting>& settings, const std::set<
     }
 }
 
+/// Throws for a test that was asked for by its id and that no chosen card supports, and for a request that
+/// nothing is left of because the machine lacks Direct3D.
+void refuseUnsupported(const core::Module& module, const std::vector<Selection>& tests,
+                       const std::set<std::int32_t>& offered, const RunRequest& request,
+                       const Language& language, const std::optional<std::string>& missingDirect3d) {
+    for (const auto& selection : tests) {
+        if (!selection.askedById || offered.contains(selection.id)) {
+            continue;
+        }
+        const auto test = describe(module.createTest(selection.id)->descriptor(), language);
+        if (missingDirect3d && needsDirect3d(selection.id)) {
+            throw UsageError(test + " needs Direct3D, and '" + *missingDirect3d + "' cannot be loaded");
+        }
+        throw UsageError((request.card == "all" ? std::string("no card of this machine supports ")
+                                                : "card " + request.card + " does not support ") +
+                         test);
+    }
+    const auto needs = [](const Selection& selection) { return needsDirect3d(selection.id); };
+    if (offered.empty() && missingDirect3d && std::ranges::any_of(tests, needs)) {
+        throw UsageError("no test is left to run: the chosen ones need Direct3D, and '" + *missingDirect3d +
+                         "' cannot be loaded");
+    }
+}
+
 } // namespace
 
 std::vector<std::size_t> selectCards(const std::vector<Card>& cards, const std::string& selection) {
@@ -164,7 +189,7 @@ std::vector<std::size_t> selectCards(const std::vector<Card>& cards, const std::
 }
 
 RunPlan planRuns(const core::Module& module, const std::vector<Card>& cards, const RunRequest& request,
-                 const Language& language) {
+                 const Language& language, const std::optional<std::string>& missingDirect3d) {
     const auto chosenCards = selectCards(cards, request.card);
     const auto tests = selectTests(module, request.tests, language);
     const auto settings = parseSettings(request.settings);
@@ -176,7 +201,7 @@ RunPlan planRuns(const core::Module& module, const std::vector<Card>& cards, con
         NotOffered missing{card, {}};
         for (const auto& selection : tests) {
             auto test = module.createTest(selection.id);
-            if (!isOffered(*test, cards[card])) {
+            if (!isOffered(*test, cards[card], !missingDirect3d)) {
                 missing.names.push_back(test->descriptor().name);
                 continue;
             }
@@ -188,13 +213,8 @@ RunPlan planRuns(const core::Module& module, const std::vector<Card>& cards, con
             plan.notOffered.push_back(std::move(missing));
         }
     }
-    for (const auto& selection : tests) {
-        if (selection.askedById && !chosenCards.empty() && !offered.contains(selection.id)) {
-            const auto test = module.createTest(selection.id);
-            throw UsageError((request.card == "all" ? std::string("no card of this machine supports ")
-                                                    : "card " + request.card + " does not support ") +
-                             describe(test->descriptor(), language));
-        }
+    if (!chosenCards.empty()) {
+        refuseUnsupported(module, tests, offered, request, language, missingDirect3d);
     }
     refuseUnknownSettings(settings, known, plan);
     return plan;

@@ -5,6 +5,7 @@
 #include "host/core/language.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -38,9 +39,12 @@ struct RunPlan {
 };
 
 /// Plans the runs of a request. Throws `UsageError` with a line that names what is unknown, invalid or
-/// supported by none of the chosen cards although it was asked for by its id.
+/// supported by none of the chosen cards although it was asked for by its id. `missingDirect3d` is the
+/// library of Direct3D that the machine lacks, if it does: tests that need it are not offered, and it is
+/// named where nothing else is left.
 [[nodiscard]] RunPlan planRuns(const core::Module& module, const std::vector<Card>& cards,
-                               const RunRequest& request, const Language& language);
+                               const RunRequest& request, const Language& language,
+                               const std::optional<std::string>& missingDirect3d = std::nullopt);
 
 /// The indexes of the cards that "all" or an id stands for. Throws `UsageError` for an unknown id.
 [[nodiscard]] std::vector<std::size_t> selectCards(const std::vector<Card>& cards,

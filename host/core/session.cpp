@@ -3,8 +3,6 @@
 #include "host/core/simulated_machine.h"
 #include "host/core/utf8_path.h"
 #include "host/platform/libraries.h"
-#include "platform/library_names.h"
-#include "platform/shared_library.h"
 
 namespace vexil::host {
 
@@ -22,9 +20,9 @@ std::filesystem::path prepare(const Machine& machine, const std::filesystem::pat
 } // namespace
 
 Session::Session(const Machine& machine, const std::filesystem::path& programFolder,
-                 const std::string& module)
+                 const std::string& module, const Direct3dProbe& direct3dProbe)
     : machine_(machine), library_(prepare(machine, programFolder, module), !module.empty()),
-      cards_(scanCards(library_.module())) {}
+      cards_(scanCards(library_.module())), missingDirect3d_(direct3dProbe()) {}
 
 std::vector<core::DeviceRecord> Session::records() const {
     std::vector<core::DeviceRecord> records;
@@ -32,17 +30,6 @@ std::vector<core::DeviceRecord> Session::records() const {
         records.push_back(card.record);
     }
     return records;
-}
-
-std::optional<std::string> Session::missingDirect3dLibrary() {
-    for (const char* name : {vexil::platform::dxgiLibrary(), vexil::platform::direct3dLibrary()}) {
-        void* library = vexil::platform::openTrustedLibrary(name);
-        if (library == nullptr) {
-            return name;
-        }
-        vexil::platform::closeLibrary(library);
-    }
-    return std::nullopt;
 }
 
 } // namespace vexil::host

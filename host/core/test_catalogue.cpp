@@ -1,15 +1,16 @@
 #include "host/core/test_catalogue.h"
 
 #include "core/module.h"
+#include "host/core/direct3d_need.h"
 #include "module/video_card/catalogue.h"
 
 #include <algorithm>
 
 namespace vexil::host {
 
-bool isOffered(const core::Test& test, const Card& card) {
+bool isOffered(const core::Test& test, const Card& card, bool hasDirect3d) {
     const auto device = card.device.lock();
-    return device && test.isSupported(device.get(), device);
+    return device && (hasDirect3d || !needsDirect3d(test.id())) && test.isSupported(device.get(), device);
 }
 
 core::TestDescriptor descriptorOfUnavailable(std::int32_t id) {
@@ -28,7 +29,8 @@ core::TestDescriptor descriptorOfUnavailable(std::int32_t id) {
     return descriptor;
 }
 
-std::vector<CatalogueEntry> listTests(const core::Module& module, const std::vector<Card>& cards) {
+std::vector<CatalogueEntry> listTests(const core::Module& module, const std::vector<Card>& cards,
+                                      bool hasDirect3d) {
     std::vector<CatalogueEntry> entries;
     for (const auto id : module.testIds()) {
         CatalogueEntry& entry = entries.emplace_back();
@@ -44,7 +46,7 @@ std::vector<CatalogueEntry> listTests(const core::Module& module, const std::vec
             entry.parameters.push_back(parameter.parameter->description());
         }
         for (std::size_t i = 0; i < cards.size(); ++i) {
-            if (isOffered(*test, cards[i])) {
+            if (isOffered(*test, cards[i], hasDirect3d)) {
                 entry.supportedBy.push_back(i);
             }
         }

@@ -43,6 +43,9 @@ std::vector<std::pair<std::string, std::string>> describeLive(const LiveValues& 
 
 std::string describeDuration(std::chrono::duration<double> duration) {
     const double seconds = duration.count();
+    if (seconds < 0.0995) {
+        return fmt::format("{:.0f} ms", seconds * 1000.0);
+    }
     if (seconds < 59.95) {
         return fmt::format("{:.1f} s", seconds);
     }

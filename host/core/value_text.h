@@ -16,7 +16,7 @@ namespace vexil::host {
 [[nodiscard]] std::vector<std::pair<std::string, std::string>> describeLive(const LiveValues& live,
                                                                             const Language& language);
 
-/// "1.2 s", "2:05 min", "1:00:00 h".
+/// "12 ms", "1.2 s", "2:05 min", "1:00:00 h".
 [[nodiscard]] std::string describeDuration(std::chrono::duration<double> duration);
 
 /// "3 passed, 1 failed, 2 without a verdict": without the counts that are 0, except the first.

@@ -76,6 +76,19 @@ def chunks(container):
         yield offset, name.decode("ascii", "replace"), container[offset + 8 : offset + 8 + length]
 
 
+def build(named_chunks):
+    """Builds a container of (name, bytes) pairs, checksum included."""
+    body, offsets = b"", []
+    start = 32 + 4 * len(named_chunks)
+    for name, content in named_chunks:
+        offsets.append(start + len(body))
+        body += struct.pack("<4sI", name.encode("ascii"), len(content)) + content
+    header = b"DXBC" + bytes(16) + struct.pack("<3I", 1, start + len(body), len(named_chunks))
+    result = bytearray(header + struct.pack(f"<{len(offsets)}I", *offsets) + body)
+    result[CHECKSUM] = checksum(result)
+    return bytes(result)
+
+
 def finish(container):
     """Names shader model 5 code SHEX, as Microsoft's compiler does, and renews the checksum."""
     result = bytearray(container)

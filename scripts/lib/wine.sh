@@ -49,6 +49,20 @@ wine_make_prefix() {
     ) 9>"$WINE_PREFIX.lock" || fail "Wine could not make the prefix $WINE_PREFIX"
 }
 
+# wine_install_direct3d FOLDER: puts the Direct3D that lies there into the prefix's system folder, the only place from
+# which the module takes it by itself.
+wine_install_direct3d() {
+    local folder=$1 name
+    [[ -e $folder/d3d11.dll ]] || return 0
+    (
+        flock 9
+        for name in d3d11.dll dxgi.dll; do
+            cmp -s "$folder/$name" "$WINE_PREFIX/drive_c/windows/system32/$name" ||
+                install -m 644 "$folder/$name" "$WINE_PREFIX/drive_c/windows/system32/$name"
+        done
+    ) 9>"$WINE_PREFIX.lock"
+}
+
 # wine_session COMMAND...: runs a command, which may be a whole test run, with one display, since
 # Wine finds the graphics card through X11. The programs of a prefix share one desktop, and so
 # one display: sessions that make a virtual display wait for each other.
@@ -78,6 +92,7 @@ wine_run_on_display() {
     local loader
     loader=$(wine_loader) || fail "Wine is not installed: run scripts/setup --windows"
     wine_make_prefix "$loader"
+    wine_install_direct3d "$(dirname "$1")"
     wine_with_settings "$loader" "$@"
 }
 

@@ -1,6 +1,7 @@
 #include "simulated/direct3d/device_faults.h"
 
 #include "simulated/direct3d/memory_ticket.h"
+#include "simulated/direct3d/work_faults.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -66,6 +67,11 @@ HRESULT DeviceFaults::admitTexture(const D3D11_TEXTURE2D_DESC& desc, bool hasCon
     const auto onlyShared = section.oneSurfaceMemory && surfacesMade_ > 0 ? (surfacesMade_ - 1) * bytes : 0;
     return card_->usedMemory + onlyShared + bytes > section.memoryBudget.value_or(unlimited) ? E_OUTOFMEMORY
                                                                                              : S_OK;
+}
+
+HRESULT DeviceFaults::admitShader(std::span<const std::byte> bytecode) const {
+    const bool refuses = find(Direct3DFault::Kind::noDoubles) != nullptr && needsDoubles(bytecode);
+    return refuses ? E_INVALIDARG : S_OK;
 }
 
 ID3D11Texture2D* DeviceFaults::sharedSurface(const D3D11_TEXTURE2D_DESC& desc, bool hasContent) {

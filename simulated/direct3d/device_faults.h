@@ -29,6 +29,8 @@ public:
     [[nodiscard]] HRESULT admit(const char* call);
     /// Likewise, for a texture that is about to be made.
     [[nodiscard]] HRESULT admitTexture(const D3D11_TEXTURE2D_DESC& desc, bool hasContent);
+    /// Likewise, for a compiled shader.
+    [[nodiscard]] HRESULT admitShader(std::span<const std::byte> bytecode) const;
     /// What stands in for the new surface; null if it is to be made.
     [[nodiscard]] ID3D11Texture2D* sharedSurface(const D3D11_TEXTURE2D_DESC& desc, bool hasContent);
     /// To be told of every texture and buffer that was made: they take from the card's memory while they

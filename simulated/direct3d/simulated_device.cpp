@@ -22,6 +22,9 @@ std::size_t surfaceRowsBytes(ID3D11Resource& target, UINT index, const D3D11_BOX
 
 } // namespace
 
+SimulatedDeviceContext::SimulatedDeviceContext(ID3D11DeviceContext* real, SimulatedDevice& device)
+    : DeviceContextProxy(real), device_(device), work_(device.faults().card().section()) {}
+
 HRESULT SimulatedDeviceContext::QueryInterface(REFIID wanted, void** object) {
     if (wanted == __uuidof(IUnknown) || wanted == __uuidof(ID3D11DeviceChild) ||
         wanted == __uuidof(ID3D11DeviceContext)) {
@@ -57,6 +60,32 @@ void SimulatedDeviceContext::UpdateSubresource(ID3D11Resource* target, UINT inde
         text.arguments(target, index, box, static_cast<const void*>(source), size, rowPitch, depthPitch);
         listener->add(text.finish(S_OK));
     }
+}
+
+void SimulatedDeviceContext::Dispatch(UINT x, UINT y, UINT z) {
+    if (work_.beginDispatch(*real())) {
+        DeviceContextProxy::Dispatch(x, y, z);
+    }
+    work_.endDispatch(*real());
+}
+
+void SimulatedDeviceContext::Draw(UINT vertexCount, UINT firstVertex) {
+    DeviceContextProxy::Draw(vertexCount, firstVertex);
+    work_.drawn(*real());
+}
+
+HRESULT SimulatedDeviceContext::Map(ID3D11Resource* resource, UINT index, D3D11_MAP type, UINT flags,
+                                    D3D11_MAPPED_SUBRESOURCE* mapped) {
+    const HRESULT result = DeviceContextProxy::Map(resource, index, type, flags, mapped);
+    if (SUCCEEDED(result)) {
+        work_.mapped(*resource, *mapped);
+    }
+    return result;
+}
+
+void SimulatedDeviceContext::Unmap(ID3D11Resource* resource, UINT index) {
+    DeviceContextProxy::Unmap(resource, index);
+    work_.unmapped(*resource);
 }
 
 SimulatedDevice::SimulatedDevice(ID3D11Device* real, ID3D11DeviceContext* realContext,
@@ -101,6 +130,12 @@ HRESULT SimulatedDevice::CreateTexture2D(const D3D11_TEXTURE2D_DESC* desc, const
         faults_.textureMade(**texture, *desc, hasContent);
     }
     return result;
+}
+
+HRESULT SimulatedDevice::CreateComputeShader(const void* bytecode, SIZE_T size, ID3D11ClassLinkage* linkage,
+                                             ID3D11ComputeShader** shader) {
+    const HRESULT refused = faults_.admitShader({static_cast<const std::byte*>(bytecode), size});
+    return FAILED(refused) ? refused : DeviceProxy::CreateComputeShader(bytecode, size, linkage, shader);
 }
 
 HRESULT SimulatedDevice::CheckFormatSupport(DXGI_FORMAT format, UINT* support) {

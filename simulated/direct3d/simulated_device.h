@@ -3,6 +3,7 @@
 #include "simulated/direct3d/device_context_proxy.h"
 #include "simulated/direct3d/device_faults.h"
 #include "simulated/direct3d/device_proxy.h"
+#include "simulated/direct3d/work_faults.h"
 
 #include <memory>
 
@@ -14,8 +15,7 @@ class SimulatedDevice;
 /// somebody holds either.
 class SimulatedDeviceContext final : public DeviceContextProxy {
 public:
-    SimulatedDeviceContext(ID3D11DeviceContext* real, SimulatedDevice& device)
-        : DeviceContextProxy(real), device_(device) {}
+    SimulatedDeviceContext(ID3D11DeviceContext* real, SimulatedDevice& device);
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override;
     ULONG STDMETHODCALLTYPE AddRef() override;
@@ -23,6 +23,11 @@ public:
     void STDMETHODCALLTYPE GetDevice(ID3D11Device** device) override;
     void STDMETHODCALLTYPE UpdateSubresource(ID3D11Resource* target, UINT index, const D3D11_BOX* box,
                                              const void* rows, UINT rowPitch, UINT depthPitch) override;
+    void STDMETHODCALLTYPE Dispatch(UINT x, UINT y, UINT z) override;
+    void STDMETHODCALLTYPE Draw(UINT vertexCount, UINT firstVertex) override;
+    HRESULT STDMETHODCALLTYPE Map(ID3D11Resource* resource, UINT index, D3D11_MAP type, UINT flags,
+                                  D3D11_MAPPED_SUBRESOURCE* mapped) override;
+    void STDMETHODCALLTYPE Unmap(ID3D11Resource* resource, UINT index) override;
 
 protected:
     HRESULT admit(const char* call) override;
@@ -30,6 +35,7 @@ protected:
 
 private:
     SimulatedDevice& device_;
+    WorkFaults work_;
 };
 
 /// A device of a simulated card: the real device, with the card's faults in front of it. Resources are the
@@ -56,6 +62,9 @@ public:
     HRESULT STDMETHODCALLTYPE CreateTexture2D(const D3D11_TEXTURE2D_DESC* desc,
                                               const D3D11_SUBRESOURCE_DATA* data,
                                               ID3D11Texture2D** texture) override;
+    HRESULT STDMETHODCALLTYPE CreateComputeShader(const void* bytecode, SIZE_T size,
+                                                  ID3D11ClassLinkage* linkage,
+                                                  ID3D11ComputeShader** shader) override;
     HRESULT STDMETHODCALLTYPE CheckFormatSupport(DXGI_FORMAT format, UINT* support) override;
     HRESULT STDMETHODCALLTYPE GetDeviceRemovedReason() override;
     void STDMETHODCALLTYPE GetImmediateContext(ID3D11DeviceContext** context) override;

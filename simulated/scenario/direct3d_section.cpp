@@ -11,6 +11,12 @@ namespace {
 
 constexpr std::uint64_t most32 = std::numeric_limits<std::uint32_t>::max();
 constexpr std::uint64_t surfaceBytes = std::uint64_t{1} << 22;
+constexpr std::uint64_t surfaceExtent = 1024;
+constexpr std::uint64_t pixelBytes = 4;
+constexpr std::uint64_t mostRow = 15;
+constexpr std::uint64_t mostColumn = 4;
+constexpr std::uint64_t mostOperand = 5;
+constexpr std::uint64_t mostGap = 65536;
 constexpr std::uint64_t mostMemory = std::uint64_t{1} << 50;
 
 constexpr std::uint64_t outOfMemory = 0x8007000E;
@@ -74,6 +80,49 @@ Direct3DFault readFailingCall(FieldReader& reader) {
 
 Direct3DFault readNothing(FieldReader&) { return {}; }
 
+OperationSet readSet(FieldReader& reader) {
+    return static_cast<OperationSet>(reader.choice("set", {"integers", "floats", "dotProducts", "doubles"}));
+}
+
+/// What all faults of a number have in common.
+Direct3DFault readNumber(FieldReader& reader) {
+    Direct3DFault fault;
+    fault.arithmetic.set = readSet(reader);
+    fault.arithmetic.row = static_cast<std::uint32_t>(reader.number("row", 0, mostRow));
+    fault.arithmetic.column = static_cast<std::uint32_t>(reader.number("column", 0, mostColumn, 0));
+    fault.arithmetic.change =
+        static_cast<ArithmeticFault::Change>(reader.choice("change", {"value", "ulp", "sign", "nan"}));
+    return fault;
+}
+
+Direct3DFault readWrongOperand(FieldReader& reader) {
+    auto fault = readNumber(reader);
+    fault.arithmetic.operand = static_cast<std::uint32_t>(reader.number("operand", 0, mostOperand));
+    return fault;
+}
+
+Direct3DFault readIdleDispatch(FieldReader& reader) {
+    Direct3DFault fault;
+    fault.arithmetic.set = readSet(reader);
+    return fault;
+}
+
+Direct3DFault readWrongPixel(FieldReader& reader) {
+    Direct3DFault fault;
+    fault.number = static_cast<std::uint32_t>(reader.number("drawing", 1, most32));
+    const auto x = reader.number("x", 0, surfaceExtent - 1);
+    const auto y = reader.number("y", 0, surfaceExtent - 1);
+    fault.offset = static_cast<std::uint32_t>((y * surfaceExtent + x) * pixelBytes);
+    fault.mask = static_cast<std::uint8_t>(reader.number("mask", 1, 255, 1));
+    return fault;
+}
+
+Direct3DFault readMappedPitch(FieldReader& reader) {
+    Direct3DFault fault;
+    fault.offset = static_cast<std::uint32_t>(reader.number("gap", 1, mostGap));
+    return fault;
+}
+
 struct KindRow {
     Direct3DFault::Kind kind;
     const char* word;
@@ -86,6 +135,12 @@ constexpr KindRow kinds[] = {
     {Direct3DFault::Kind::deviceRemoved, "deviceRemoved", readDeviceRemoved},
     {Direct3DFault::Kind::failingCall, "failingCall", readFailingCall},
     {Direct3DFault::Kind::noResolveSupport, "noResolveSupport", readNothing},
+    {Direct3DFault::Kind::noDoubles, "noDoubles", readNothing},
+    {Direct3DFault::Kind::wrongResult, "wrongResult", readNumber},
+    {Direct3DFault::Kind::wrongOperand, "wrongOperand", readWrongOperand},
+    {Direct3DFault::Kind::idleDispatch, "idleDispatch", readIdleDispatch},
+    {Direct3DFault::Kind::wrongPixel, "wrongPixel", readWrongPixel},
+    {Direct3DFault::Kind::mappedPitch, "mappedPitch", readMappedPitch},
 };
 
 Direct3DFault readFault(FieldReader& reader) {

@@ -9,6 +9,26 @@ namespace vexil::simulated {
 
 class FieldReader;
 
+/// The sets of numbers that the arithmetic tests compute on the card.
+enum class OperationSet { integers, floats, dotProducts, doubles };
+
+/// One number of the arithmetic tests: where it is, and how it is wrong. A table has rows of five columns; a
+/// dot product is a row with one column.
+struct ArithmeticFault {
+    enum class Change {
+        value, ///< another number of about the size
+        ulp,   ///< the next number away from zero
+        sign,
+        nan,
+    };
+
+    OperationSet set = OperationSet::integers;
+    std::uint32_t operand = 0; ///< the slot of its buffer
+    std::uint32_t row = 0;
+    std::uint32_t column = 0;
+    Change change = Change::value;
+};
+
 /// What goes wrong on a card's Direct3D device. Surfaces and calls are counted from 1, on each new device
 /// afresh.
 struct Direct3DFault {
@@ -18,6 +38,12 @@ struct Direct3DFault {
         deviceRemoved, ///< when its turn comes to surface `number` the card is gone, 0: from the start
         failingCall,   ///< `call` fails with `result`, from its `number`th time on
         noResolveSupport, ///< no format can be resolved
+        noDoubles,        ///< no shader that computes in doubles can be made
+        wrongResult,      ///< of `arithmetic`, a result is stored changed
+        wrongOperand,     ///< of `arithmetic`, an operand is read changed
+        idleDispatch,     ///< of `arithmetic.set`, nothing is computed at all
+        wrongPixel,  ///< of drawing `number`, the byte at `offset` of the picture is stored changed by `mask`
+        mappedPitch, ///< rows of mapped textures have a gap of `offset` bytes behind them
     };
 
     Kind kind = Kind::failingCall;
@@ -26,6 +52,7 @@ struct Direct3DFault {
     std::uint32_t offset = 0;
     std::uint8_t mask = 0;
     std::uint32_t result = 0; ///< an HRESULT
+    ArithmeticFault arithmetic{};
 };
 
 /// A card as Direct3D shows it: the section "direct3d" of a card in a scenario.

@@ -114,6 +114,39 @@ std::uint64_t FieldReader::number(const std::string& field, std::uint64_t least,
     return value == nullptr ? fallback : toNumber(*value, field, least, most);
 }
 
+std::optional<std::int64_t> FieldReader::integer(const std::string& field, std::int64_t least,
+                                                 std::int64_t most) {
+    const auto* value = find(field);
+    if (value == nullptr) {
+        return std::nullopt;
+    }
+    if (value->is_number_integer() && !value->is_number_unsigned()) {
+        const auto number = value->get<std::int64_t>();
+        if (number < least || number > most) {
+            fail(field, "must be a whole number from " + std::to_string(least) + " to " +
+                            std::to_string(most) + ", is " + value->dump());
+        }
+        return number;
+    }
+    const auto lowest = static_cast<std::uint64_t>(std::max<std::int64_t>(least, 0));
+    return static_cast<std::int64_t>(toNumber(*value, field, lowest, static_cast<std::uint64_t>(most)));
+}
+
+std::vector<std::string> FieldReader::texts(const std::string& field) {
+    const auto* value = find(field);
+    if (value == nullptr) {
+        return {};
+    }
+    std::vector<std::string> texts;
+    for (const auto& element : value->is_array() ? *value : json::array({*value})) {
+        if (!element.is_string()) {
+            fail(field, "must be a list of texts, is " + value->dump());
+        }
+        texts.push_back(element.get<std::string>());
+    }
+    return texts;
+}
+
 std::size_t FieldReader::choice(const std::string& field, const std::vector<std::string>& words) {
     const auto word = text(field);
     const auto found = std::ranges::find(words, word);

@@ -38,6 +38,11 @@ public:
     [[nodiscard]] std::uint64_t number(const std::string& field, std::uint64_t least, std::uint64_t most);
     [[nodiscard]] std::uint64_t number(const std::string& field, std::uint64_t least, std::uint64_t most,
                                        std::uint64_t fallback);
+    /// A whole number that may be negative, written likewise, or nothing if the field is absent.
+    [[nodiscard]] std::optional<std::int64_t> integer(const std::string& field, std::int64_t least,
+                                                      std::int64_t most);
+    /// A list of texts; none if the field is absent.
+    [[nodiscard]] std::vector<std::string> texts(const std::string& field);
     /// One of a fixed list of words, answered as its place in the list.
     [[nodiscard]] std::size_t choice(const std::string& field, const std::vector<std::string>& words);
     /// A named number of the map, or any number.

@@ -8,8 +8,10 @@ namespace {
 
 constexpr const char* schema = "vexil.scenario/1";
 
-ScenarioCard readCard(FieldReader& reader, std::size_t place) {
+ScenarioCard readCard(FieldReader& reader, std::size_t place, std::int32_t& nextAdlIndex) {
     auto card = readScenarioCard(reader, place);
+    card.adl = readAdlCard(reader, card.location, nextAdlIndex);
+    card.nvapi = readNvapiCard(reader, card.location);
     card.kernelGraphics = readKernelGraphicsSection(reader);
     reader.finish();
     return card;
@@ -24,9 +26,14 @@ Scenario loadScenario(const std::string& file) {
     }
     Scenario scenario;
     scenario.description = reader.text("description", "");
+    scenario.cudaDriverVersion = static_cast<std::int32_t>(
+        reader.number("cudaDriverVersion", 0, 99999, static_cast<std::uint64_t>(scenario.cudaDriverVersion)));
+    std::int32_t nextAdlIndex = 0;
     for (auto& card : reader.objects("cards")) {
-        scenario.cards.push_back(readCard(card, scenario.cards.size()));
+        scenario.cards.push_back(readCard(card, scenario.cards.size(), nextAdlIndex));
     }
+    scenario.adl = readAdl(reader);
+    scenario.nvapi = readNvapi(reader);
     scenario.processor = readProcessorSection(reader);
     scenario.driverService = readDriverServiceSection(reader);
     reader.finish();

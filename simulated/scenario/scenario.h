@@ -13,7 +13,10 @@ namespace vexil::simulated {
 /// A machine described in a file: its cards, and what is broken about them.
 struct Scenario {
     std::string description;
+    std::int32_t cudaDriverVersion = 12040; ///< 1000 * major + 10 * minor
     std::vector<ScenarioCard> cards;
+    AdlSection adl;
+    NvapiSection nvapi;
     ProcessorSection processor;
     DriverServiceSection driverService;
 };

@@ -47,6 +47,9 @@ ScenarioCard readScenarioCard(FieldReader& reader, std::size_t place) {
     if (auto section = reader.object("direct3d")) {
         card.direct3d = readDirect3DSection(*section);
     }
+    if (auto section = reader.object("cuda")) {
+        card.cuda = readCudaCard(*section, card.location);
+    }
     return card;
 }
 

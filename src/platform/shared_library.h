@@ -7,15 +7,15 @@
 // of. Names and paths are UTF-8. A null handle is a normal answer: the library is not there.
 namespace vexil::platform {
 
+/// The library that answers to the file name in this process already, wherever it came from; null if there is none.
+[[nodiscard]] void* loadedLibrary(const std::string& name);
+
 /// Searches for `name` only where no user can plant a copy: for a path its own folder, for a bare name the
 /// folder of this code and the system's folders. Never the working directory.
 [[nodiscard]] void* openTrustedLibrary(const std::string& name);
 
 /// Opens what the path names, by the system's rules for paths.
 [[nodiscard]] void* openLibraryPath(const std::string& path);
-
-/// The library of that bare name that the process holds already; null if it holds none. Nothing is searched.
-[[nodiscard]] void* loadedLibrary(const std::string& name);
 
 /// The folder of the system's own libraries, without a separator at its end; nothing if it cannot be told.
 [[nodiscard]] std::optional<std::string> systemLibraryFolder();

@@ -1,6 +1,7 @@
 #include "core/sal.h"
 
 #include "device_list.h"
+#include "hidden_symbols.h"
 #include "platform/shared_library.h"
 #include "simulated/scenario/scenario.h"
 #include "text_handlers.h"
@@ -25,9 +26,12 @@ public:
         return library == nullptr && isPath ? platform::openLibraryPath(text) : library;
     }
     void* resolve(void* library, const char* symbol) override {
-        return platform::librarySymbol(library, symbol);
+        return hidden_.hides(symbol) ? nullptr : platform::librarySymbol(library, symbol);
     }
     void release(void* library) override { platform::closeLibrary(library); }
+
+private:
+    sal::HiddenSymbols hidden_;
 };
 
 class Timer final : public SystemTimer {
@@ -55,7 +59,8 @@ std::unique_ptr<sal::DeviceSource> makeDeviceSource() {
 } // namespace
 
 Module* get_module() {
-    static Loader loader;
+    // Never destroyed: the module gives its last library back when the statics are gone.
+    static auto& loader = *new Loader;
     return &loader;
 }
 

@@ -35,7 +35,9 @@ protected:
         arguments.insert(arguments.end(),
                          {"--module", toUtf8(folder / "fake_modules" / VEXIL_FAKE_MODULE_FILE)});
         const HostEnvironment environment{
-            out, err, {}, folder, userLanguage_, "Some OS 1", hardwareThreads_, true, cancel_};
+            out, err, {}, folder, userLanguage_, "Some OS 1", hardwareThreads_, true, cancel_, [this] {
+                return missingDirect3d_;
+            }};
         const int code = runHost(arguments, environment);
         return {code, out.str(), err.str()};
     }
@@ -48,6 +50,7 @@ protected:
 
     std::string userLanguage_ = "en_GB";
     unsigned hardwareThreads_ = 4;
+    std::optional<std::string> missingDirect3d_;
     volatile std::uint8_t cancel_ = 0;
 };
 
@@ -224,6 +227,18 @@ TEST_F(HostProgram, EndsWith3InsteadOfWaitingOnAMachineWithOneProcessor) {
     EXPECT_NE(answer.out.find("2 not run"), std::string::npos);
     EXPECT_EQ(run({"cards"}).code, 0) << "the cards are still listed";
     EXPECT_EQ(run({"tests"}).code, 0);
+}
+
+TEST_F(HostProgram, NamesTheMissingLibraryOfDirect3dAndStillListsTheCards) {
+    missingDirect3d_ = "d3d.lib";
+    const auto cards = run({"cards"});
+    EXPECT_EQ(cards.code, 0);
+    EXPECT_NE(cards.out.find("a library cannot be loaded: d3d.lib"), std::string::npos);
+    EXPECT_NE(cards.out.find("NVIDIA graphics card"), std::string::npos);
+    EXPECT_EQ(Json::parse(run({"tests", "--json"}).out)["tests"][0]["supportedBy"], Json::array());
+    expectUsageError({"run", "--tests", "1"},
+                     "test 1 (Video memory test) needs Direct3D, and 'd3d.lib' cannot be loaded");
+    EXPECT_EQ(run({"run", "--card", "0100", "--tests", "11,12"}).code, 4);
 }
 
 TEST_F(HostProgram, TellsWhyAScanEndedAsAnInternalError) {

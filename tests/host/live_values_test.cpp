@@ -69,9 +69,10 @@ TEST(LiveValues, AreDescribedWithTheirUnits) {
                   {"HOST_TEMPERATURE", "45 °C"}, {"HOST_LOAD", "7 %"}, {"HOST_FREE_MEMORY", "1.9 GiB"}}));
 }
 
-TEST(Durations, AreDescribedInSecondsMinutesAndHours) {
+TEST(Durations, AreDescribedFromMillisecondsToHours) {
     using Seconds = std::chrono::duration<double>;
-    EXPECT_EQ(describeDuration(Seconds(0.04)), "0.0 s");
+    EXPECT_EQ(describeDuration(Seconds(0.0124)), "12 ms");
+    EXPECT_EQ(describeDuration(Seconds(0.0996)), "0.1 s");
     EXPECT_EQ(describeDuration(Seconds(59.9)), "59.9 s");
     EXPECT_EQ(describeDuration(Seconds(59.97)), "1:00 min");
     EXPECT_EQ(describeDuration(Seconds(125)), "2:05 min");

@@ -1,3 +1,4 @@
+#include "host/core/direct3d_need.h"
 #include "host/core/exit_code.h"
 #include "host/core/run_plan.h"
 #include "host/core/run_reporter.h"
@@ -6,6 +7,8 @@
 #include "host/fake_module/fake_tests.h"
 
 #include <gtest/gtest.h>
+
+#include <set>
 
 namespace vexil::host {
 namespace {
@@ -164,13 +167,49 @@ TEST_F(RunPlans, AreEmptyOnAMachineWithoutCards) {
 
 TEST_F(RunPlans, OfferNothingOnACardThatIsGone) {
     cards_[0].device.reset();
-    EXPECT_FALSE(isOffered(*module_.createTest(FakeId::passes), cards_[0]));
+    EXPECT_FALSE(isOffered(*module_.createTest(FakeId::passes), cards_[0], true));
+}
+
+TEST_F(RunPlans, LeaveOutWhatNeedsDirect3dWhereItIsMissing) {
+    const auto withoutIt = planRuns(module_, cards_, {"0100", "all", {}}, {}, "d3d.lib");
+    std::set<std::int32_t> ids;
+    for (const auto& run : withoutIt.runs) {
+        ids.insert(run.test->id());
+    }
+    EXPECT_EQ(ids, (std::set<std::int32_t>{11, 12, 13, 14, 15, 16, 19, 20}));
+    EXPECT_EQ(withoutIt.notOffered.at(0).names.size(), 6U) << "1, 3, 17, 18, 4 and 5, as 21 is never made";
+}
+
+TEST_F(RunPlans, NameTheMissingLibraryWhereNothingElseIsLeft) {
+    const auto errorWithout = [&](const RunRequest& request) -> std::string {
+        try {
+            static_cast<void>(planRuns(module_, cards_, request, {}, "d3d.lib"));
+        } catch (const UsageError& error) {
+            return error.what();
+        }
+        return "no error";
+    };
+    EXPECT_EQ(errorWithout({"0100", "11,1", {}}),
+              "test 1 (VIDEO_MEMORY_TEST) needs Direct3D, and 'd3d.lib' cannot be loaded");
+    EXPECT_EQ(errorWithout({"0a00", "11", {}}),
+              "card 0a00 does not support test 11 (CUDA_MEMORY_FAULT_TEST)");
+    EXPECT_EQ(errorWithout({"0a00", "quick", {}}),
+              "no test is left to run: the chosen ones need Direct3D, and 'd3d.lib' cannot be loaded");
+    EXPECT_EQ(errorWithout({"0100", "quick", {}}), "no error");
+}
+
+TEST(TestCatalogue, OffersNothingThroughDirect3dWhereItIsMissing) {
+    FakeModule module(FakeCase::Scripted);
+    const auto cards = scanCards(module);
+    for (const auto& entry : listTests(module, cards, false)) {
+        EXPECT_EQ(entry.supportedBy.empty(), needsDirect3d(entry.descriptor.id) || !entry.available);
+    }
 }
 
 TEST(TestCatalogue, ListsEveryIdOfTheModuleInItsOrder) {
     FakeModule module(FakeCase::Scripted);
     const auto cards = scanCards(module);
-    const auto entries = listTests(module, cards);
+    const auto entries = listTests(module, cards, true);
     ASSERT_EQ(entries.size(), 16U);
     EXPECT_EQ(entries[0].descriptor.id, 1);
     EXPECT_TRUE(entries[0].available);
@@ -181,7 +220,7 @@ TEST(TestCatalogue, ListsEveryIdOfTheModuleInItsOrder) {
 
 TEST(TestCatalogue, DescribesAnIdThatTheModuleDoesNotMake) {
     FakeModule module(FakeCase::Scripted);
-    const auto entries = listTests(module, {});
+    const auto entries = listTests(module, {}, true);
     EXPECT_FALSE(entries[15].available);
     EXPECT_EQ(entries[15].descriptor.name, "WIREFRAME_STRESS_TEST");
     EXPECT_EQ(entries[15].descriptor.tooltip, "WIREFRAME_STRESS_TEST_DESCRIPTION");

@@ -1,6 +1,6 @@
 #include "host/platform/libraries.h"
 
-#include "platform/windows/wide_text.h"
+#include "platform/wide_text.h"
 
 #include <windows.h>
 

@@ -1,6 +1,6 @@
 #include "host/platform/process.h"
 
-#include "platform/windows/wide_text.h"
+#include "platform/wide_text.h"
 
 #include <windows.h>
 

@@ -1,6 +1,9 @@
 #include "core/sal.h"
 #include "module/video_card/cuda/cuda_devices.h"
+#include "module/video_card/cuda/cuda_runtime.h"
 #include "module/video_card/machine.h"
+#include "module/video_card/statistics/adl/adl_scanner.h"
+#include "module/video_card/statistics/nvapi/nvapi_scanner.h"
 #include "module/video_card/statistics/d3dkmt/d3dkmt_device_statistics.h"
 #include "module/video_card/statistics/intel/intel_device_statistics.h"
 #include "platform/kernel_graphics.h"
@@ -9,6 +12,7 @@
 #include "system/cim/wmi_query.h"
 #include "system/win_module.h"
 
+#include <array>
 #include <map>
 
 namespace vexil::module::video_card {
@@ -77,11 +81,29 @@ public:
         return true;
     }
 
-    std::int32_t cudaDriverVersion() override { return 0; }
-    std::vector<CudaDeviceRecord> cudaDevices() override { return {}; }
+    std::int32_t cudaDriverVersion() override {
+        std::int32_t version = 0;
+        CudaRuntime::instance().cudaDriverGetVersion(&version);
+        return version;
+    }
+    std::vector<CudaDeviceRecord> cudaDevices() override {
+        CudaRuntime& cuda = CudaRuntime::instance();
+        const CudaListing listing{
+            [&](std::int32_t& count) { return cuda.cudaGetDeviceCount(&count) == cudaSuccess; },
+            [&](std::int32_t index, std::string& text) {
+                std::array<char, 13> busId{};
+                const bool told = cuda.cudaDeviceGetPCIBusId(busId.data(), static_cast<int>(busId.size()),
+                                                             index) == cudaSuccess;
+                text = busId.data();
+                return told;
+            }};
+        return listCudaDevices(listing, strings());
+    }
     std::vector<Dx11Context> direct3dContexts() override { return createAllDx11Contexts(); }
     StatisticsScans statisticsScans(const std::vector<AdapterRecord>& adapters) override {
         StatisticsScans scans;
+        scans.adl = [](StatisticsSources& sources) { ADLDeviceStatisticsScanner().scan(sources); };
+        scans.nvapi = [](StatisticsSources& sources) { NvapiDeviceStatisticsScanner().scan(sources); };
         scans.intel = [](StatisticsSources& sources) { IntelDeviceStatisticsScanner().scan(sources); };
         scans.d3dkmt = [adapters](StatisticsSources& sources) {
             D3DKMTDeviceStatisticsScanner(adapters).scan(sources);

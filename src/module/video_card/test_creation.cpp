@@ -1,6 +1,15 @@
 #include "module/video_card/test_creation.h"
 
+#include "module/video_card/cuda/cuda_abstract_math_op_test.h"
+#include "module/video_card/cuda/cuda_address_test.h"
+#include "module/video_card/cuda/cuda_block_move_test.h"
+#include "module/video_card/cuda/cuda_memory_fault_test.h"
+#include "module/video_card/cuda/cuda_modulo_x_test.h"
+#include "module/video_card/cuda/cuda_moving_inversion_test.h"
+#include "module/video_card/cuda/cuda_random_number_sequence_test.h"
 #include "module/video_card/direct3d/extended_video_memory_test.h"
+#include "module/video_card/direct3d/math_operations/math_op_test.h"
+#include "module/video_card/direct3d/texture_pipeline/texture_pipeline_test.h"
 #include "module/video_card/direct3d/video_memory_test.h"
 #include "module/video_card/tool/thermal_monitor_tool.h"
 
@@ -21,11 +30,24 @@ struct CreationRow {
     std::unique_ptr<core::Test> (*make)();
 };
 
+// clang-format off
 constexpr std::array creation = {
     CreationRow{1, make<Dx11VideoMemoryTest>},
+    CreationRow{3, make<Dx11TexturePipelineTest>},
+    CreationRow{11, make<CUDAMemoryFaultTest>},
+    CreationRow{12, make<CUDAAddressTest>},
+    CreationRow{13, make<CUDAMovingInversionTest>},
+    CreationRow{14, make<CUDABlockMoveTest>},
+    CreationRow{15, make<CudaRandomNumberSequenceTest>},
+    CreationRow{16, make<CudaModuloXTest>},
+    CreationRow{17, make<DirectComputeMathOpStandardTest>},
+    CreationRow{18, make<DirectComputeMathOpAdvancedTest>},
+    CreationRow{19, make<CudaStandardMathOperation>},
+    CreationRow{20, make<CudaAdvancedMathOperation>},
     CreationRow{4, make<Dx11ExtendedVideoMemoryTest>},
     CreationRow{90, make<tool::ThermalMonitorToolVideocard>},
 };
+// clang-format on
 
 } // namespace
 

@@ -51,6 +51,8 @@ bool loaderPathHoldsWorkingDirectory() {
 
 } // namespace
 
+void* loadedLibrary(const std::string& name) { return dlopen(name.c_str(), mode | RTLD_NOLOAD); }
+
 void* openTrustedLibrary(const std::string& name) {
     if (name.empty()) {
         return nullptr;
@@ -72,8 +74,6 @@ void* openTrustedLibrary(const std::string& name) {
 }
 
 void* openLibraryPath(const std::string& path) { return dlopen(path.c_str(), mode); }
-
-void* loadedLibrary(const std::string& name) { return dlopen(name.c_str(), mode | RTLD_NOLOAD); }
 
 std::optional<std::string> systemLibraryFolder() {
     // Debian's folder first, then those of the other families.

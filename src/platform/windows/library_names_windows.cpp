@@ -32,6 +32,13 @@ const char* kernelGraphicsLibrary() {
 }
 
 const char* cudaDriverLibrary() { return "nvcuda.dll"; }
+const char* nvapiLibrary() { return "nvapi64.dll"; }
+const char* nvapiOlderLibrary() { return "nvapi.dll"; }
+
+std::span<const char* const> adlLibraries() {
+    static constexpr const char* names[] = {"atiadlxx.dll", "atiadlxy.dll"};
+    return names;
+}
 const char* processorLibrary() { return "vexil_processor.dll"; }
 
 } // namespace vexil::platform

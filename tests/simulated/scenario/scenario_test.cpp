@@ -41,12 +41,16 @@ TEST(Scenario, NamesTheFieldAndTheReasonOfAnError) {
         {R"({"schema": "other"})", "schema: must be \"vexil.scenario/1\""},
         {R"({"schema": "vexil.scenario/1", "cards": {}})", "cards: must be a list, is {}"},
         {R"({"schema": "vexil.scenario/1", "cards": [1]})", "cards[0]: must be an object"},
-        {R"({"schema": "vexil.scenario/1", "crads": []})",
-         "crads: is not a field of a scenario here; known are cards, description, schema"},
     };
     for (const auto& [json, error] : all) {
         EXPECT_EQ(errorOf(json), error) << json;
     }
+}
+
+TEST(Scenario, NamesAFieldThatItDoesNotKnowAndThoseThatItKnows) {
+    const auto error = errorOf(R"({"schema": "vexil.scenario/1", "crads": []})");
+    EXPECT_TRUE(error.starts_with("crads: is not a field of a scenario here; known are ")) << error;
+    EXPECT_NE(error.find("cards, "), std::string::npos) << error;
 }
 
 TEST(Scenario, ChecksTheIdentityOfEachCard) {

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "simulated/scenario/direct3d_section.h"
+
+#include <d3d11.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace vexil::simulated {
+
+/// What goes wrong in the work of one device: in the numbers that a dispatch reads and writes, in the pixels
+/// that a drawing leaves, and in how a picture lies in memory. Everything is done on the real resources.
+class WorkFaults {
+public:
+    explicit WorkFaults(const Direct3DSection& section) : section_(section) {}
+
+    /// Around every dispatch. False if it is not to be made at all.
+    [[nodiscard]] bool beginDispatch(ID3D11DeviceContext& real);
+    void endDispatch(ID3D11DeviceContext& real);
+
+    /// Behind every drawing.
+    void drawn(ID3D11DeviceContext& real);
+
+    /// Behind every successful map of a texture: what the program is to see in its place.
+    void mapped(ID3D11Resource& resource, D3D11_MAPPED_SUBRESOURCE& mapped);
+    void unmapped(ID3D11Resource& resource) { widened_.erase(&resource); }
+
+private:
+    const Direct3DSection& section_;
+    std::optional<OperationSet> set_; ///< of the dispatch in progress
+    std::uint32_t tablesOfWords_ = 0; ///< dispatches over tables of 4-byte numbers so far
+    std::uint32_t drawings_ = 0;
+    std::map<ID3D11Resource*, std::vector<std::byte>> widened_;
+};
+
+/// Whether a compiled shader says that it computes in doubles.
+[[nodiscard]] bool needsDoubles(std::span<const std::byte> bytecode);
+
+} // namespace vexil::simulated

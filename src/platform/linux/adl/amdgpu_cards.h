@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vexil::platform {
+
+/// One card that the kernel's amdgpu driver runs, by its folder in sysfs. A value that the card does not
+/// tell, or does not tell now, is nothing.
+struct AmdgpuCard {
+    std::uint32_t domain = 0;
+    std::uint32_t bus = 0;
+    std::uint32_t device = 0;
+    std::uint32_t function = 0;
+    std::filesystem::path folder;
+
+    [[nodiscard]] bool isPresent() const;
+    /// The number that the PCI configuration holds, such as 0x73DF.
+    [[nodiscard]] std::optional<std::uint32_t> deviceId() const;
+    /// Of the sensor at the die's edge, which every card has; in thousandths of a degree Celsius.
+    [[nodiscard]] std::optional<std::int32_t> millidegrees() const;
+    [[nodiscard]] std::optional<std::uint64_t> memoryBytes() const;
+    [[nodiscard]] std::optional<std::uint64_t> usedBytes() const;
+};
+
+/// Where sysfs is: the environment variable VEXIL_SYSFS_ROOT names another place than /sys.
+[[nodiscard]] std::filesystem::path sysfsRoot();
+
+/// The cards that amdgpu runs, in the order of their PCI addresses; none without such a driver.
+[[nodiscard]] std::vector<AmdgpuCard> listAmdgpuCards(const std::filesystem::path& root);
+
+} // namespace vexil::platform

@@ -1,0 +1,128 @@
+#include "platform/linux/adl/amdgpu_cards.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <system_error>
+#include <tuple>
+
+namespace vexil::platform {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::uint32_t amd = 0x1002;
+constexpr std::uint32_t displayController = 3;
+
+template <typename Number>
+std::optional<Number> readNumber(const fs::path& file, std::ios_base& (*base)(std::ios_base&) = std::dec) {
+    std::ifstream stream(file);
+    Number number{};
+    return stream >> base >> number ? std::optional(number) : std::nullopt;
+}
+
+std::string readWord(const fs::path& file) {
+    std::ifstream stream(file);
+    std::string word;
+    stream >> word;
+    return word;
+}
+
+std::vector<fs::path> entriesOf(const fs::path& folder) {
+    std::error_code error;
+    std::vector<fs::path> entries;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        entries.push_back(entry->path());
+    }
+    std::ranges::sort(entries);
+    return entries;
+}
+
+/// The name of the driver that runs a device, which a link names; empty without one.
+std::string driverOf(const fs::path& device) {
+    std::error_code error;
+    return fs::read_symlink(device / "driver", error).filename().string();
+}
+
+std::optional<AmdgpuCard> readCard(const fs::path& folder) {
+    AmdgpuCard card;
+    const auto address = folder.filename().string();
+    char rest = '\0';
+    if (std::sscanf(address.c_str(), "%x:%x:%x.%x%c", &card.domain, &card.bus, &card.device, &card.function,
+                    &rest) != 4) {
+        return std::nullopt;
+    }
+    const auto deviceClass = readNumber<std::uint32_t>(folder / "class", std::hex).value_or(0);
+    if (readNumber<std::uint32_t>(folder / "vendor", std::hex) != amd ||
+        deviceClass >> 16 != displayController || driverOf(folder) != "amdgpu") {
+        return std::nullopt;
+    }
+    card.folder = folder;
+    return card;
+}
+
+/// The folder of the card's sensors.
+std::optional<fs::path> findSensors(const fs::path& card) {
+    for (const auto& folder : entriesOf(card / "hwmon")) {
+        if (readWord(folder / "name") == "amdgpu") {
+            return folder;
+        }
+    }
+    return std::nullopt;
+}
+
+/// The sensor "edge" where sensors have labels; older kernels have one sensor and no labels.
+fs::path temperatureFile(const fs::path& sensors) {
+    for (const char* name : {"temp1", "temp2", "temp3"}) {
+        if (readWord(sensors / (std::string(name) + "_label")) == "edge") {
+            return sensors / (std::string(name) + "_input");
+        }
+    }
+    return sensors / "temp1_input";
+}
+
+} // namespace
+
+bool AmdgpuCard::isPresent() const {
+    std::error_code error;
+    return fs::is_directory(folder, error);
+}
+
+std::optional<std::uint32_t> AmdgpuCard::deviceId() const {
+    return readNumber<std::uint32_t>(folder / "device", std::hex);
+}
+
+std::optional<std::int32_t> AmdgpuCard::millidegrees() const {
+    const auto sensors = findSensors(folder);
+    return sensors ? readNumber<std::int32_t>(temperatureFile(*sensors)) : std::nullopt;
+}
+
+std::optional<std::uint64_t> AmdgpuCard::memoryBytes() const {
+    return readNumber<std::uint64_t>(folder / "mem_info_vram_total");
+}
+
+std::optional<std::uint64_t> AmdgpuCard::usedBytes() const {
+    return readNumber<std::uint64_t>(folder / "mem_info_vram_used");
+}
+
+fs::path sysfsRoot() {
+    const char* root = std::getenv("VEXIL_SYSFS_ROOT");
+    return root == nullptr || *root == '\0' ? "/sys" : root;
+}
+
+std::vector<AmdgpuCard> listAmdgpuCards(const fs::path& root) {
+    std::vector<AmdgpuCard> cards;
+    for (const auto& folder : entriesOf(root / "bus/pci/devices")) {
+        if (auto card = readCard(folder)) {
+            cards.push_back(std::move(*card));
+        }
+    }
+    std::ranges::sort(cards, {}, [](const AmdgpuCard& card) {
+        return std::tuple(card.domain, card.bus, card.device, card.function);
+    });
+    return cards;
+}
+
+} // namespace vexil::platform

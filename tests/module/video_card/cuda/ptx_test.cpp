@@ -1,0 +1,240 @@
+// The device code that goes to the card, as text.
+#include "module/video_card/cuda/cuda_abstract_math_op_test.h"
+#include "module/video_card/cuda/cuda_address_test.h"
+#include "module/video_card/cuda/cuda_block_move_test.h"
+#include "module/video_card/cuda/cuda_memory_fault_test.h"
+#include "module/video_card/cuda/cuda_modulo_x_test.h"
+#include "module/video_card/cuda/cuda_moving_inversion_test.h"
+#include "module/video_card/cuda/cuda_random_number_sequence_test.h"
+#include "module/video_card/cuda/cuda_runtime.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <regex>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace vexil::tests {
+
+using module::video_card::CudaRuntime;
+
+namespace {
+
+using Names = std::vector<std::string>;
+
+/// The order of registration, of the fat binaries and of the kernels in each.
+const std::vector<Names> registered = {
+    {"address_kernel_check", "address_kernel_write"},
+    {"block_move_kernel_check", "block_move_kernel_move", "block_move_kernel_init"},
+    {"memory_fault_kernel_check", "memory_fault_kernel_check_write", "memory_fault_kernel_write"},
+    {"modulo_x_kernel_check", "modulo_x_kernel_write"},
+    {"moving_inversion_kernel_check", "moving_inversion_kernel_check_write", "moving_inversion_kernel_write"},
+    {"RandomNumberSequenceKernelCheck", "RandomNumberSequenceKernelCheckWrite",
+     "RandomNumberSequenceKernelWrite"},
+    {"cuda_kernel_advanced_execute_integer", "cuda_kernel_standard_execute_integer",
+     "cuda_kernel_advanced_execute_float", "cuda_kernel_standard_execute_float"},
+};
+
+std::string ptxOf(std::size_t binary) { return CudaRuntime::instance().fatBinaries().at(binary)->image; }
+
+/// The declaration and the body of one kernel.
+std::string kernelText(const std::string& ptx, const std::string& name) {
+    const auto begin = ptx.find(".entry " + name + "(");
+    return begin == std::string::npos ? "" : ptx.substr(begin, ptx.find("\n}", begin) - begin);
+}
+
+std::vector<std::string> parameterTypes(const std::string& kernel) {
+    std::vector<std::string> types;
+    const std::string head = kernel.substr(0, kernel.find(')'));
+    const std::regex parameter(R"(\.param (\.\w+))");
+    for (auto match = std::sregex_iterator(head.begin(), head.end(), parameter);
+         match != std::sregex_iterator(); ++match) {
+        types.push_back((*match)[1]);
+    }
+    return types;
+}
+
+/// The instructions that stand in the code as inline PTX, without their operands.
+std::multiset<std::string> inlineInstructions(const std::string& kernel) {
+    std::multiset<std::string> found;
+    std::istringstream lines(kernel);
+    bool inside = false;
+    for (std::string line; std::getline(lines, line);) {
+        if (line.find("// begin inline asm") != std::string::npos) {
+            inside = true;
+        } else if (line.find("// end inline asm") != std::string::npos) {
+            inside = false;
+        } else if (inside) {
+            std::string instruction;
+            std::istringstream(line) >> instruction;
+            found.insert(instruction);
+        }
+    }
+    return found;
+}
+
+} // namespace
+
+TEST(CudaDeviceCode, IsRegisteredAtLoadInItsFixedOrderWithoutAThreadLimit) {
+    const auto& binaries = CudaRuntime::instance().fatBinaries();
+    ASSERT_EQ(binaries.size(), registered.size());
+    std::set<const void*> keys;
+    for (std::size_t binary = 0; binary < registered.size(); ++binary) {
+        Names names;
+        for (const auto& function : binaries[binary]->functions) {
+            names.emplace_back(function.name);
+            EXPECT_EQ(function.threadLimit, -1);
+            EXPECT_TRUE(keys.insert(function.key).second);
+        }
+        EXPECT_EQ(names, registered[binary]);
+        EXPECT_TRUE(binaries[binary]->complete);
+    }
+}
+
+TEST(CudaDeviceCode, IsPtxOfIsa73ForArchitecture50With64BitAddresses) {
+    for (std::size_t binary = 0; binary < registered.size(); ++binary) {
+        const std::string ptx = ptxOf(binary);
+        EXPECT_NE(ptx.find(".version 7.3\n"), std::string::npos) << binary;
+        EXPECT_NE(ptx.find(".target sm_50\n"), std::string::npos) << binary;
+        EXPECT_NE(ptx.find(".address_size 64\n"), std::string::npos) << binary;
+    }
+}
+
+TEST(CudaDeviceCode, HoldsTheRegisteredKernelsAndNoOther) {
+    for (std::size_t binary = 0; binary < registered.size(); ++binary) {
+        const std::string ptx = ptxOf(binary);
+        for (const auto& name : registered[binary]) {
+            EXPECT_NE(kernelText(ptx, name), "") << name;
+        }
+        const std::regex entry(R"(\.entry )");
+        EXPECT_EQ(
+            static_cast<std::size_t>(std::distance(std::sregex_iterator(ptx.begin(), ptx.end(), entry), {})),
+            registered[binary].size());
+        EXPECT_EQ(ptx.find(".extern"), std::string::npos) << "nothing is left to a library";
+    }
+}
+
+TEST(CudaDeviceCode, TakesTheArgumentsInTheirOrder) {
+    const Names address = {".u32", ".u64", ".u64", ".u64"};
+    const Names plain = {".u32", ".u64", ".u64"};
+    const std::vector<std::pair<std::string, Names>> expected = {
+        {"address_kernel_check", address},
+        {"address_kernel_write", plain},
+        {"block_move_kernel_check", address},
+        {"block_move_kernel_move", plain},
+        {"block_move_kernel_init", plain},
+        {"memory_fault_kernel_check", {".u32", ".u64", ".u64", ".u8", ".u32", ".u64"}},
+        {"memory_fault_kernel_check_write", {".u32", ".u64", ".u64", ".u8", ".u32", ".u32", ".u64"}},
+        {"memory_fault_kernel_write", {".u32", ".u64", ".u64", ".u8", ".u32"}},
+        {"modulo_x_kernel_check", {".u32", ".u64", ".u64", ".u32", ".u32", ".u64"}},
+        {"modulo_x_kernel_write", {".u32", ".u64", ".u64", ".u32", ".u32", ".u32"}},
+        {"moving_inversion_kernel_check", {".u32", ".u64", ".u64", ".u32", ".u64"}},
+        {"moving_inversion_kernel_check_write", {".u32", ".u64", ".u64", ".u32", ".u32", ".u64"}},
+        {"moving_inversion_kernel_write", {".u32", ".u64", ".u64", ".u32"}},
+        {"RandomNumberSequenceKernelCheck", {".u32", ".u64", ".u64", ".u64", ".u64"}},
+        {"RandomNumberSequenceKernelCheckWrite", {".u32", ".u64", ".u64", ".u64", ".u64"}},
+        {"RandomNumberSequenceKernelWrite", {".u32", ".u64", ".u64", ".u64"}},
+        {"cuda_kernel_advanced_execute_integer", {".u64", ".u64", ".u64", ".u64"}},
+        {"cuda_kernel_standard_execute_integer", {".u64", ".u64", ".u64", ".u64"}},
+        {"cuda_kernel_advanced_execute_float", {".u64", ".u64", ".u64", ".u64"}},
+        {"cuda_kernel_standard_execute_float", {".u64", ".u64", ".u64", ".u64"}},
+    };
+    std::string all;
+    for (std::size_t binary = 0; binary < registered.size(); ++binary) {
+        all += ptxOf(binary);
+    }
+    for (const auto& [name, types] : expected) {
+        EXPECT_EQ(parameterTypes(kernelText(all, name)), types) << name;
+    }
+}
+
+TEST(CudaDeviceCode, DoesItsArithmeticWithExactlyTheNamedInstructions) {
+    using Instructions = std::multiset<std::string>;
+    const std::string ptx = ptxOf(6);
+    EXPECT_EQ(inlineInstructions(kernelText(ptx, "cuda_kernel_standard_execute_integer")),
+              (Instructions{"add.s32", "sub.s32", "mul.lo.s32", "div.s32"}));
+    EXPECT_EQ(inlineInstructions(kernelText(ptx, "cuda_kernel_advanced_execute_integer")),
+              (Instructions{"abs.s32", "neg.s32", "min.s32", "max.s32", "mad.lo.s32", "add.cc.s32",
+                            "sub.cc.s32", "rem.s32", "sad.s32"}));
+    EXPECT_EQ(inlineInstructions(kernelText(ptx, "cuda_kernel_standard_execute_float")),
+              (Instructions{"add.rn.f32", "sub.rn.f32", "mul.rn.f32", "div.rn.f32"}));
+    EXPECT_EQ(inlineInstructions(kernelText(ptx, "cuda_kernel_advanced_execute_float")),
+              (Instructions{"abs.f32", "neg.f32", "min.f32", "max.f32", "fma.rn.f32", "mad.rn.f32",
+                            "ex2.approx.f32", "rcp.rn.f32", "sqrt.rn.f32", "rsqrt.approx.f32",
+                            "lg2.approx.f32", "sin.approx.f32", "cos.approx.f32"}));
+}
+
+TEST(CudaDeviceCode, DoesNoFloatingPointBesideThoseInstructions) {
+    const std::string ptx = ptxOf(6);
+    for (const auto& name : registered[6]) {
+        std::istringstream lines(kernelText(ptx, name));
+        bool inside = false;
+        for (std::string line; std::getline(lines, line);) {
+            inside = line.find("// begin inline asm") != std::string::npos ||
+                     (inside && line.find("// end inline asm") == std::string::npos);
+            std::string word;
+            std::istringstream(line) >> word;
+            const bool moves = word.starts_with("mov.") || word.starts_with("ld.") ||
+                               word.starts_with("st.") || word.starts_with(".");
+            EXPECT_TRUE(inside || moves || word.find(".f32") == std::string::npos) << name << ": " << line;
+        }
+    }
+}
+
+TEST(CudaDeviceCode, ReadsTheThirdOperandInTheAdvancedKernelsOnly) {
+    const std::string ptx = ptxOf(6);
+    for (const auto& name : registered[6]) {
+        const bool advanced = name.find("advanced") != std::string::npos;
+        const bool readsThird = kernelText(ptx, name).find("[" + name + "_param_2]") != std::string::npos;
+        EXPECT_EQ(readsThird, advanced) << name;
+    }
+}
+
+// What the speed on a card hangs on: 128-bit accesses, many of them before the first result is used.
+TEST(CudaDeviceCode, KeepsWholeBatchesOfVectorsInFlight) {
+    const auto longestRun = [](const std::string& kernel, const std::string& instruction) {
+        std::istringstream lines(kernel);
+        int run = 0, longest = 0;
+        for (std::string line, word; std::getline(lines, line);) {
+            word.clear();
+            std::istringstream(line) >> word;
+            run = word == instruction ? run + 1 : 0;
+            longest = std::max(longest, run);
+        }
+        return longest;
+    };
+    EXPECT_GE(longestRun(kernelText(ptxOf(0), "address_kernel_check"), "ld.global.v4.u32"), 30);
+    EXPECT_GE(longestRun(kernelText(ptxOf(1), "block_move_kernel_move"), "ld.global.v4.u32"), 30);
+    EXPECT_GE(longestRun(kernelText(ptxOf(1), "block_move_kernel_check"), "ld.global.v4.u32"), 30);
+    EXPECT_GE(longestRun(kernelText(ptxOf(2), "memory_fault_kernel_check"), "ld.global.v4.u32"), 30);
+    EXPECT_GE(longestRun(kernelText(ptxOf(4), "moving_inversion_kernel_check"), "ld.global.v4.u32"), 30);
+    EXPECT_GE(longestRun(kernelText(ptxOf(4), "moving_inversion_kernel_check_write"), "ld.global.v4.u32"),
+              32);
+    EXPECT_GE(longestRun(kernelText(ptxOf(5), "RandomNumberSequenceKernelCheck"), "ld.global.v4.u32"), 30);
+    EXPECT_GE(longestRun(kernelText(ptxOf(5), "RandomNumberSequenceKernelWrite"), "ld.global.v4.u32"), 30);
+    EXPECT_GE(longestRun(kernelText(ptxOf(0), "address_kernel_write"), "st.global.v4.u32"), 1);
+}
+
+// The one walk in which the order of words is promised: each load follows the store to the word before it.
+TEST(CudaDeviceCode, AlternatesLoadsAndStoresInTheMemoryFaultWalk) {
+    std::istringstream lines(kernelText(ptxOf(2), "memory_fault_kernel_check_write"));
+    std::string last;
+    int alternations = 0;
+    for (std::string line, word; std::getline(lines, line);) {
+        word.clear();
+        std::istringstream(line) >> word;
+        if (word.starts_with("ld.volatile.global") || word.starts_with("st.volatile.global")) {
+            EXPECT_TRUE(word.ends_with(".u32")) << "no vectors";
+            EXPECT_NE(word, last);
+            alternations += word == last ? 0 : 1;
+            last = word;
+        }
+        EXPECT_FALSE(word.starts_with("ld.global") || word.starts_with("st.global.u32")) << line;
+    }
+    EXPECT_GE(alternations, 2 * 2 * 64) << "two directions of 64 words";
+}
+
+} // namespace vexil::tests
