@@ -25,7 +25,7 @@ std::string takeContents(const std::filesystem::path& file) {
     return text;
 }
 
-std::string quoted(const std::string& text) { return '"' + text + '"'; }
+std::string inQuotes(const std::string& text) { return '"' + text + '"'; }
 
 } // namespace
 
@@ -34,16 +34,16 @@ ProgramEnd runProgram(const std::vector<std::string>& arguments) {
     std::string name = test->name();
     std::ranges::replace(name, '/', '_');
     const auto base = std::filesystem::path(::testing::TempDir()) / ("vxe_host_" + name);
-    auto command = quoted(toUtf8(platform::programFolder() / "vxe-host"));
+    auto command = inQuotes(toUtf8(platform::programFolder() / "vxe-host"));
     for (const auto& argument : arguments) {
-        command += ' ' + quoted(argument);
+        command += ' ' + inQuotes(argument);
     }
     const auto out = base.string() + ".out";
     const auto err = base.string() + ".err";
-    command += " > " + quoted(out) + " 2> " + quoted(err);
+    command += " > " + inQuotes(out) + " 2> " + inQuotes(err);
 #ifdef _WIN32
     // The command interpreter takes one pair of quotation marks off the whole line.
-    const int code = std::system(quoted(command).c_str());
+    const int code = std::system(inQuotes(command).c_str());
 #else
     // The upper byte of a wait status is the exit code; a shell makes a signal one.
     const int code = std::system(command.c_str()) >> 8;
