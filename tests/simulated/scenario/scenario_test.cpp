@@ -64,8 +64,9 @@ TEST(Scenario, ChecksTheIdentityOfEachCard) {
     EXPECT_EQ(errorOf(withCard(R"({"vendorId": "10DE", "deviceId": "2503", "location": "02:00.0",
                                    "hasInterface": "yes"})")),
               "cards[1].hasInterface: must be true or false, is \"yes\"");
-    EXPECT_TRUE(errorOf(withCard(R"({"vendorId": "10DE", "deviceId": "2503", "location": "02:00.0", "nmae": ""})"))
-                    .starts_with("cards[1].nmae: is not a field of a scenario here"));
+    EXPECT_TRUE(
+        errorOf(withCard(R"({"vendorId": "10DE", "deviceId": "2503", "location": "02:00.0", "nmae": ""})"))
+            .starts_with("cards[1].nmae: is not a field of a scenario here"));
 }
 
 TEST(Scenario, SaysThatAFileIsNoJson) { EXPECT_TRUE(errorOf("{nonsense").starts_with("is no JSON: ")); }
