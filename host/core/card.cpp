@@ -13,9 +13,10 @@ class RecordCollector final : public core::DeviceScanListener {
 public:
     void deviceFound(const core::DeviceRecord& record) override { records.push_back(record); }
     void scanFinished() override {}
-    void presenceChecked(bool) override {}
+    void presenceChecked(bool found) override { present = found; }
 
     std::vector<core::DeviceRecord> records;
+    bool present = false;
 };
 
 } // namespace
@@ -24,6 +25,12 @@ std::vector<Card> scanCards(core::Module& module) {
     const auto scanner = module.deviceScanner();
     const auto collector = std::make_shared<RecordCollector>();
     try {
+        // Without a display controller there is nothing to list, and nothing to fail for: a scan looks at the
+        // processor as well, and ends with an exception for one that it does not know.
+        scanner->checkPresence(collector);
+        if (!collector->present) {
+            return {};
+        }
         scanner->scan(collector);
     } catch (const std::exception& error) {
         throw InternalError(std::string("no card could be listed, the scan ended with: ") + error.what());

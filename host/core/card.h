@@ -19,8 +19,8 @@ struct Card {
 };
 
 /// Scans the machine, and gives the cards in the order in which the module told of them. Two functions of one
-/// device are two cards with the same id. A scan that the module ends with an exception throws
-/// `InternalError`.
+/// device are two cards with the same id. None on a machine without a display controller. A scan that the
+/// module ends with an exception throws `InternalError`.
 [[nodiscard]] std::vector<Card> scanCards(core::Module& module);
 
 } // namespace vexil::host
