@@ -1,9 +1,6 @@
 # shellcheck shell=bash
 # Configures and builds a preset. After: messages.sh, tree.sh.
 
-# Paths below the tree do not count for the compiler cache, so that a fresh clone finds what another one compiled.
-export CCACHE_BASEDIR=$TREE CCACHE_NOHASHDIR=1
-
 # build_preset PRESET TARGET...: quiet unless something fails; the whole output stands in build/PRESET.log.
 build_preset() {
     local preset=$1
@@ -16,5 +13,7 @@ build_preset() {
 build_preset_loudly() {
     local preset=$1
     shift
+    # Paths below the tree do not count for the compiler cache: a fresh clone finds what another one compiled.
+    export CCACHE_BASEDIR=$TREE CCACHE_NOHASHDIR=1
     (cd "$TREE" && cmake --preset "$preset" && cmake --build --preset "$preset" --target "$@")
 }

@@ -26,8 +26,8 @@ std::uint32_t fourCharacters(const std::string& text, std::size_t first) {
 std::uint32_t signature(const ProcessorSection& processor) {
     const auto family = std::min(processor.family, 15U);
     const auto extendedFamily = processor.family - family;
-    return extendedFamily << 20 | (processor.model >> 4) << 16 | family << 8 |
-           (processor.model & 0xF) << 4 | processor.stepping;
+    return extendedFamily << 20 | (processor.model >> 4) << 16 | family << 8 | (processor.model & 0xF) << 4 |
+           processor.stepping;
 }
 
 void answer(const ProcessorSection& processor, std::uint32_t leaf, CpuidRegisters& registers) {

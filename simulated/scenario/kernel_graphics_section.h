@@ -17,7 +17,7 @@ struct ScenarioEngine {
 /// What the kernel-mode graphics statistics tell of a card.
 struct KernelGraphicsSection {
     std::int32_t openStatus = 0;
-    std::int32_t statisticsStatus = 0; ///< of the question how many engines there are
+    std::int32_t statisticsStatus = 0;        ///< of the question how many engines there are
     std::optional<std::uint32_t> engineCount; ///< claimed instead of the true number
     std::vector<ScenarioEngine> engines;
 };

@@ -3,8 +3,8 @@
 #include "simulated/scenario/adl_section.h"
 #include "simulated/scenario/cuda_section.h"
 #include "simulated/scenario/direct3d_section.h"
-#include "simulated/scenario/nvapi_section.h"
 #include "simulated/scenario/kernel_graphics_section.h"
+#include "simulated/scenario/nvapi_section.h"
 
 #include <cstdint>
 #include <optional>
@@ -24,7 +24,7 @@ struct ScenarioCard {
     bool hasInterface = true; ///< whether a display interface, and so a path and a LUID, exists
     std::uint64_t luid = 0;   ///< made up from the card's place in the scenario; never 0
     Direct3DSection direct3d;
-    std::optional<CudaCardSection> cuda; ///< nothing for a card that CUDA does not list
+    std::optional<CudaCardSection> cuda;   ///< nothing for a card that CUDA does not list
     std::optional<AdlCardSection> adl;     ///< only if ADL knows the card
     std::optional<NvapiCardSection> nvapi; ///< only if NVAPI knows the card
     KernelGraphicsSection kernelGraphics;

@@ -14,6 +14,6 @@ namespace vexil::platform {
 
 /// Export the `ADL` functions, the first one found counts.
 [[nodiscard]] std::span<const char* const> adlLibraries();
-[[nodiscard]] const char* processorLibrary();      ///< exports `VexilCpuid`; only simulated machines have one
+[[nodiscard]] const char* processorLibrary(); ///< exports `VexilCpuid`; only simulated machines have one
 
 } // namespace vexil::platform

@@ -7,7 +7,8 @@
 // of. Names and paths are UTF-8. A null handle is a normal answer: the library is not there.
 namespace vexil::platform {
 
-/// The library that answers to the file name in this process already, wherever it came from; null if there is none.
+/// The library that answers to the file name in this process already, wherever it came from; null if there is
+/// none.
 [[nodiscard]] void* loadedLibrary(const std::string& name);
 
 /// Searches for `name` only where no user can plant a copy: for a path its own folder, for a bare name the

@@ -25,7 +25,11 @@ std::string takeContents(const std::filesystem::path& file) {
     return text;
 }
 
+<<<<<<< HEAD
+std::string inQuotationMarks(const std::string& text) { return '"' + text + '"'; }
+=======
 std::string inQuotes(const std::string& text) { return '"' + text + '"'; }
+>>>>>>> host
 
 } // namespace
 
@@ -34,6 +38,18 @@ ProgramEnd runProgram(const std::vector<std::string>& arguments) {
     std::string name = test->name();
     std::ranges::replace(name, '/', '_');
     const auto base = std::filesystem::path(::testing::TempDir()) / ("vxe_host_" + name);
+<<<<<<< HEAD
+    auto command = inQuotationMarks(toUtf8(platform::programFolder() / "vxe-host"));
+    for (const auto& argument : arguments) {
+        command += ' ' + inQuotationMarks(argument);
+    }
+    const auto out = base.string() + ".out";
+    const auto err = base.string() + ".err";
+    command += " > " + inQuotationMarks(out) + " 2> " + inQuotationMarks(err);
+#ifdef _WIN32
+    // The command interpreter takes one pair of quotation marks off the whole line.
+    const int code = std::system(inQuotationMarks(command).c_str());
+=======
     auto command = inQuotes(toUtf8(platform::programFolder() / "vxe-host"));
     for (const auto& argument : arguments) {
         command += ' ' + inQuotes(argument);
@@ -44,6 +60,7 @@ ProgramEnd runProgram(const std::vector<std::string>& arguments) {
 #ifdef _WIN32
     // The command interpreter takes one pair of quotation marks off the whole line.
     const int code = std::system(inQuotes(command).c_str());
+>>>>>>> host
 #else
     // The upper byte of a wait status is the exit code; a shell makes a signal one.
     const int code = std::system(command.c_str()) >> 8;

@@ -38,23 +38,26 @@ struct BrokenCard {
     std::vector<std::string> messages;
     int lastProgress;
     int exitCode;
+    const char* tests = "1";
+    int kind = 0; ///< of the messages
 };
 
 class BrokenCards : public testing::TestWithParam<BrokenCard> {};
 
 TEST_P(BrokenCards, GetTheResultAndTheMessagesOfTheirFault) {
     const auto& expected = GetParam();
-    const auto report = reportOf(expected.scenario, {"--tests", "1"});
+    const auto report = reportOf(expected.scenario, {"--tests", expected.tests});
     ASSERT_EQ(report["runs"].size(), 1U);
     const auto& run = report["runs"][0];
     EXPECT_EQ(run["result"], expected.result);
     std::vector<std::string> messages;
     for (const auto& message : run["messages"]) {
-        EXPECT_EQ(message["kind"], 0);
+        EXPECT_EQ(message["kind"], expected.kind);
         messages.push_back(message["key"]);
     }
     EXPECT_EQ(messages, expected.messages);
-    EXPECT_EQ(run["progress"].back(), expected.lastProgress);
+    const auto progress = run["progress"].get<std::vector<int>>();
+    EXPECT_EQ(progress.empty() ? 0 : progress.back(), expected.lastProgress);
     EXPECT_EQ(report["exitCode"], expected.exitCode);
 }
 
@@ -67,6 +70,32 @@ INSTANTIATE_TEST_SUITE_P(
                     BrokenCard{"failing_map", 5, {"A_VIDEO_CARD_COULD_NOT_EXECUTE_OPERATION"}, 100, 3},
                     BrokenCard{"no_resolve", 5, {"A_VIDEO_CARD_COULD_NOT_EXECUTE_OPERATION"}, 100, 3}),
     [](const auto& broken) { return std::string(broken.param.scenario); });
+
+INSTANTIATE_TEST_SUITE_P(
+    OfArithmeticAndPictures, BrokenCards,
+    testing::Values(
+        BrokenCard{"wrong_float", 3, {"MATH_OP_TEST_FAIL_MESSAGE"}, 100, 1, "17"},
+        BrokenCard{"wrong_float", 3, {"MATH_OP_TEST_FAIL_MESSAGE"}, 100, 1, "18"},
+        BrokenCard{"wrong_double", 3, {"MATH_OP_TEST_FAIL_MESSAGE"}, 100, 1, "17"},
+        BrokenCard{"wrong_double", 3, {"MATH_OP_TEST_FAIL_MESSAGE"}, 100, 1, "18"},
+        BrokenCard{"no_doubles", 1, {}, 0, 0, "17"}, BrokenCard{"no_doubles", 1, {}, 0, 0, "18"},
+        BrokenCard{"idle_dot_products", 1, {}, 0, 0, "17"},
+        BrokenCard{"idle_dot_products", 3, {"MATH_OP_TEST_FAIL_MESSAGE"}, 100, 1, "18"},
+        BrokenCard{"no_compute_buffers", 5, {"A_VIDEO_CARD_COULD_NOT_EXECUTE_OPERATION"}, 100, 3, "17", 1},
+        BrokenCard{"wrong_pixel", 3, {"INCONSISTENCY_FOUND_WHILE_COMPARING_IMAGES"}, 100, 1, "3"},
+        BrokenCard{"wide_rows", 3, {"INCONSISTENCY_FOUND_WHILE_COMPARING_IMAGES"}, 100, 1, "3"}),
+    [](const auto& broken) { return std::string(broken.param.scenario) + "_" + broken.param.tests; });
+
+TEST(SimulatedMachine, PassesTheArithmeticAndTheTexturePipeline) {
+    const auto report = reportOf("healthy", {"--card", "0100", "--tests", "3,17,18"});
+    ASSERT_EQ(report["runs"].size(), 3U);
+    for (const auto& run : report["runs"]) {
+        EXPECT_EQ(run["result"], 1) << run;
+        EXPECT_TRUE(run["messages"].empty()) << run;
+    }
+    EXPECT_EQ(report["runs"][0]["progress"].back(), 99);
+    EXPECT_EQ(report["exitCode"], 0);
+}
 
 TEST(SimulatedMachine, HasOneHealthyCardOfEachVendorAndPassesTheVideoMemoryTest) {
     const auto report = reportOf("healthy", {"--tests", "1"});

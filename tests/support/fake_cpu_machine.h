@@ -57,7 +57,8 @@ public:
 /// A repository that knows the processor's caption.
 class CaptionCim final : public system::Cim {
 public:
-    CaptionCim(system::CimStatus status, std::optional<std::string> caption, std::vector<std::string>& queries)
+    CaptionCim(system::CimStatus status, std::optional<std::string> caption,
+               std::vector<std::string>& queries)
         : status_(status), caption_(std::move(caption)), queries_(queries) {}
 
     system::CimStatus query(const char* const* properties, const char* className, std::int32_t count,

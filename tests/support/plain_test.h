@@ -8,11 +8,14 @@ namespace vexil::tests {
 /// A test of any id that does nothing, for those who only look at it.
 class PlainTest final : public core::Test {
 public:
-    explicit PlainTest(std::int32_t id, bool exclusive = false) : Test(descriptorOf(id)), exclusive_(exclusive) {}
+    explicit PlainTest(std::int32_t id, bool exclusive = false)
+        : Test(descriptorOf(id)), exclusive_(exclusive) {}
 
     std::uint8_t execute(const core::TestRunArguments&) override { return core::TestResult::Passed; }
     [[nodiscard]] bool requiresExclusiveRun() const override { return exclusive_; }
-    [[nodiscard]] bool isSupported(core::Device*, std::shared_ptr<core::Device>) const override { return true; }
+    [[nodiscard]] bool isSupported(core::Device*, std::shared_ptr<core::Device>) const override {
+        return true;
+    }
 
 private:
     static core::TestDescriptor descriptorOf(std::int32_t id) {

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-// Module code is written once. What differs between operating systems stands in a few folders, in files that repeat
-// their folder as a suffix.
+// Module code is written once. What differs between operating systems stands in a few folders, in files that
+// repeat their folder as a suffix.
 namespace {
 
 namespace fs = std::filesystem;
@@ -18,8 +18,9 @@ const fs::path root = VEXIL_SOURCE_DIR;
 constexpr std::array guarded = {"src", "host"};
 constexpr std::array platformRooms = {"src/platform", "host/platform"};
 
-const std::regex platformMacro(R"(\b(_WIN32|_WIN64|WIN32|__linux__|__linux|__unix__|__MINGW32__|__MINGW64__|__APPLE__|)"
-                               R"(Q_OS_[A-Z0-9]+)\b)");
+const std::regex
+    platformMacro(R"(\b(_WIN32|_WIN64|WIN32|__linux__|__linux|__unix__|__MINGW32__|__MINGW64__|__APPLE__|)"
+                  R"(Q_OS_[A-Z0-9]+)\b)");
 const std::regex platformHeader(
     R"re(^\s*#\s*include\s*[<"](windows|winbase|winnt|winuser|winsvc|shlobj|setupapi|wbemidl|comdef|objbase|unistd|)re"
     R"re(dlfcn|pthread|sched|fcntl|poll|signal|termios|pwd|sys/[a-z_]+|linux/[a-z_]+|X11/[A-Za-z]+)\.h[>"])re",
@@ -55,7 +56,8 @@ TEST(PlatformBoundary, KeepsMacrosAndHeadersOfSystemsOutOfModuleAndHost) {
             ++seen;
             std::ifstream stream(file);
             for (std::string line; std::getline(stream, line);) {
-                EXPECT_FALSE(matches(line, platformMacro) || matches(line, platformHeader)) << file << ": " << line;
+                EXPECT_FALSE(matches(line, platformMacro) || matches(line, platformHeader))
+                    << file << ": " << line;
             }
         }
     }

@@ -1,5 +1,5 @@
-#include "utils/general_diagnostic_dispatcher.h"
 #include "support/plain_test.h"
+#include "utils/general_diagnostic_dispatcher.h"
 
 #include <gtest/gtest.h>
 

@@ -10,8 +10,8 @@ struct PciConfigRequest {
     std::uint64_t bus = 0;
     std::uint32_t device = 0;
     std::uint32_t function = 0;
-    std::uint32_t offset = 0; ///< of the register in configuration space
-    std::uint32_t width = 0;  ///< in bytes
+    std::uint32_t offset = 0;       ///< of the register in configuration space
+    std::uint32_t width = 0;        ///< in bytes
     std::uint32_t* value = nullptr; ///< for writes only
 };
 static_assert(offsetof(PciConfigRequest, device) == 8);

@@ -5,8 +5,8 @@
 
 namespace vexil::platform {
 
-/// Where a tree of the kernel's files stands: at its usual place, or where the environment variable says. That
-/// is how the libraries over sysfs and procfs are shown another machine's files.
+/// Where a tree of the kernel's files stands: at its usual place, or where the environment variable says.
+/// That is how the libraries over sysfs and procfs are shown another machine's files.
 [[nodiscard]] inline std::filesystem::path systemRoot(const char* variable, const char* usual) {
     const char* value = std::getenv(variable);
     return value == nullptr || *value == '\0' ? usual : value;

@@ -15,6 +15,13 @@ static_assert(trustedFolders == 0x900);
 } // namespace
 
 void* openTrustedLibrary(const std::string& name) {
+    // A bare name means the library that is there already, in whatever folder it stands: Windows' rule, which
+    // Wine does not keep for a search in trusted folders.
+    if (name.find_first_of("\\/") == std::string::npos) {
+        if (void* loaded = loadedLibrary(name)) {
+            return loaded;
+        }
+    }
     return LoadLibraryExW(toWide(name).c_str(), nullptr, trustedFolders);
 }
 

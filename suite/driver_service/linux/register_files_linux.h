@@ -6,8 +6,9 @@
 
 namespace vexil::driver_service {
 
-/// Registers through the files in which the kernel shows them to root: /dev/cpu/N/msr, which the kernel module
-/// "msr" provides, and /sys/bus/pci/devices/ADDRESS/config. Without the rights to either it is not ready.
+/// Registers through the files in which the kernel shows them to root: /dev/cpu/N/msr, which the kernel
+/// module "msr" provides, and /sys/bus/pci/devices/ADDRESS/config. Without the rights to either it is not
+/// ready.
 class RegisterFiles final : public DriverServiceBase {
 public:
     /// Folders in the form of /dev and /sys.

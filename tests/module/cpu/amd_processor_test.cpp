@@ -83,10 +83,10 @@ struct ReaderCase {
 
 TEST(ReaderFor, ChoosesByFamilyAndModel) {
     const std::vector<ReaderCase> cases = {
-        {{21, 0}, readFamily15Early},  {{21, 15}, readFamily15Early}, {{21, 16}, readNorthBridge},
-        {{21, 95}, readNorthBridge},   {{21, 96}, readFamily15Late},  {{21, 127}, readFamily15Late},
-        {{21, 128}, readNorthBridge},  {{22, 0}, readNorthBridge},    {{22, 999}, readNorthBridge},
-        {{23, 1}, readZen},            {{23, 113}, readZen},          {{25, 0}, readZen},
+        {{21, 0}, readFamily15Early}, {{21, 15}, readFamily15Early}, {{21, 16}, readNorthBridge},
+        {{21, 95}, readNorthBridge},  {{21, 96}, readFamily15Late},  {{21, 127}, readFamily15Late},
+        {{21, 128}, readNorthBridge}, {{22, 0}, readNorthBridge},    {{22, 999}, readNorthBridge},
+        {{23, 1}, readZen},           {{23, 113}, readZen},          {{25, 0}, readZen},
         {{25, 33}, readZen},
     };
     for (const auto& row : cases) {
@@ -96,7 +96,9 @@ TEST(ReaderFor, ChoosesByFamilyAndModel) {
 }
 
 TEST(ReaderFor, NamesFamilyAndModelOfAProcessorThatItDoesNotKnow) {
-    EXPECT_EQ(errorOf([] { static_cast<void>(readerFor({26, 2})); }),
+    EXPECT_EQ(errorOf([] {
+                  static_cast<void>(readerFor({26, 2}));
+              }),
               "The AMD Family 26 and Model 2 is not supported. Throwing exception...");
     for (const std::int32_t family : {0, 15, 16, 20, 24, 26}) {
         EXPECT_THROW(static_cast<void>(readerFor({family, 1})), std::runtime_error) << family;

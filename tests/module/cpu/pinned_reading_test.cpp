@@ -54,15 +54,18 @@ ThreadMaker recorded(Record& record) {
 
 TEST(RunPinned, PlacesTheThreadBeforeItRuns) {
     Record record;
-    EXPECT_EQ(runPinned({0, 2, 131}, [] { return 0; }, recorded(record)), 0);
-    EXPECT_EQ(record.steps,
-              (Steps{"priority -15", "group 2 8", "mask 8", "resume", "wait", "exit"}))
+    EXPECT_EQ(runPinned(
+                  {0, 2, 131}, [] { return 0; }, recorded(record)),
+              0);
+    EXPECT_EQ(record.steps, (Steps{"priority -15", "group 2 8", "mask 8", "resume", "wait", "exit"}))
         << "131 modulo 64 is 3";
 }
 
 TEST(RunPinned, AnswersTheStatusOfItsRoutine) {
     Record record;
-    EXPECT_EQ(runPinned({}, [] { return -5; }, recorded(record)), -5);
+    EXPECT_EQ(runPinned(
+                  {}, [] { return -5; }, recorded(record)),
+              -5);
 }
 
 TEST(RunPinned, AnswersOneWithoutARoutine) {
@@ -72,7 +75,9 @@ TEST(RunPinned, AnswersOneWithoutARoutine) {
 }
 
 TEST(RunPinned, AnswersFifteenWithoutAThread) {
-    EXPECT_EQ(runPinned({}, [] { return 0; }, [](auto) { return nullptr; }), 15);
+    EXPECT_EQ(runPinned(
+                  {}, [] { return 0; }, [](auto) { return nullptr; }),
+              15);
 }
 
 TEST(RunPinned, AnswersANumberOfItsOwnForEachStepThatFails) {
@@ -84,7 +89,10 @@ TEST(RunPinned, AnswersANumberOfItsOwnForEachStepThatFails) {
                             Row{"wait", 18}, Row{"exit", 19}}) {
         Record record;
         record.refused = row.step;
-        EXPECT_EQ(runPinned({}, [] { return 0; }, recorded(record)), row.status) << row.step;
+        EXPECT_EQ(runPinned(
+                      {}, [] { return 0; }, recorded(record)),
+                  row.status)
+            << row.step;
         EXPECT_TRUE(record.steps.back().starts_with(row.step)) << "nothing follows a failed step";
     }
 }

@@ -132,9 +132,10 @@ TEST_F(AdapterListTest, FindsAnyDisplayDevice) {
 TEST_F(AdapterListTest, AsksForTheVersionOfTheMakersDriverAndThenOfAnyDisplayDriver) {
     machine_.cim["DeviceClass = 'DISPLAY'"] = "30.0.13.1";
     EXPECT_EQ(driverVersionFor(machine_, "AMD"), "30.0.13.1");
-    EXPECT_EQ(machine_.cimConditions,
-              (std::vector<std::string>{"Win32_PnPSignedDriver.DriverVersion where DriverProviderName = 'AMD'",
-                                        "Win32_PnPSignedDriver.DriverVersion where DeviceClass = 'DISPLAY'"}));
+    EXPECT_EQ(
+        machine_.cimConditions,
+        (std::vector<std::string>{"Win32_PnPSignedDriver.DriverVersion where DriverProviderName = 'AMD'",
+                                  "Win32_PnPSignedDriver.DriverVersion where DeviceClass = 'DISPLAY'"}));
 }
 
 TEST_F(AdapterListTest, AsksAgainWhenTheMakersDriverHasAnEmptyVersion) {

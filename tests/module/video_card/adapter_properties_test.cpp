@@ -19,7 +19,9 @@ protected:
     std::optional<std::uint32_t> classCode(const std::string& ids) {
         return propertiesOf(2, ids + "\0\0"s).classCode(0);
     }
-    std::optional<std::string> location(const std::string& text) { return propertiesOf(13, text).location(0); }
+    std::optional<std::string> location(const std::string& text) {
+        return propertiesOf(13, text).location(0);
+    }
     std::optional<HardwareIds> ids(const std::string& text) { return propertiesOf(1, text).hardwareIds(0); }
 
     tests::FakeDeviceList list_;

@@ -1,5 +1,5 @@
-#include "module/video_card/device_scanner.h"
 #include "module/video_card/device.h"
+#include "module/video_card/device_scanner.h"
 #include "support/fake_machine.h"
 
 #include <gtest/gtest.h>
@@ -45,7 +45,9 @@ public:
         celsius = temperature_;
         return VideoCardStatisticsStatus::Ok;
     }
-    VideoCardStatisticsStatus getUsage(std::uint64_t&) override { return VideoCardStatisticsStatus::Unavailable; }
+    VideoCardStatisticsStatus getUsage(std::uint64_t&) override {
+        return VideoCardStatisticsStatus::Unavailable;
+    }
     VideoCardStatisticsStatus getTotalMemory(std::uint64_t&) override {
         return VideoCardStatisticsStatus::Unavailable;
     }

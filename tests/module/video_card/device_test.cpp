@@ -84,7 +84,8 @@ TEST_F(DeviceTest, KeepsTheLettersOfTheNameInItsIdentifier) {
 }
 
 TEST_F(DeviceTest, HasDistinctIdentifiersForTwoCardsOfOneName) {
-    EXPECT_NE(make(record("GeForce", "10DE", "01:00.0"))->udi(), make(record("GeForce", "10DE", "02:00.0"))->udi());
+    EXPECT_NE(make(record("GeForce", "10DE", "01:00.0"))->udi(),
+              make(record("GeForce", "10DE", "02:00.0"))->udi());
 }
 
 TEST_F(DeviceTest, HasNoIdentityWithALocationBelowFiveCharacters) {
@@ -117,9 +118,10 @@ TEST_F(DeviceTest, ListsItsRowsInOrder) {
     const auto device = make(adapter);
     device->setDirect3D(context(0x1002, 0x73DF, SIZE_T{12272} << 20));
     device->addDirect3DRows();
-    EXPECT_EQ(keysOf(device->rows()),
-              (std::vector<std::string>{"UDI", "VENDOR_ID", "DEVICE_ID", "LOCATION", "DRIVER_VERSION",
-                                        "DIRECTX_VENDOR_ID", "DIRECTX_DEVICE_ID", "DIRECTX_VIDEO_CARD_MEMORY"}));
+    EXPECT_EQ(
+        keysOf(device->rows()),
+        (std::vector<std::string>{"UDI", "VENDOR_ID", "DEVICE_ID", "LOCATION", "DRIVER_VERSION",
+                                  "DIRECTX_VENDOR_ID", "DIRECTX_DEVICE_ID", "DIRECTX_VIDEO_CARD_MEMORY"}));
     EXPECT_EQ(device->rows()[4].second, "31.0.1");
 }
 

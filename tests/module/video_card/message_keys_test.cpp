@@ -22,7 +22,8 @@ TEST(MessageKeys, HaveTheBytesThatHostsKnow) {
         {keys::noDriver, "NO_DRIVER"},
         {keys::couldNotAllocateMemory, "A_VIDEO_CARD_COULD_NOT_ALLOCATE_MEMORY"},
         {keys::couldNotExecuteOperation, "A_VIDEO_CARD_COULD_NOT_EXECUTE_OPERATION"},
-        {keys::internalError, "AN_INTERNAL_ERROR_OCCURRED._|THIS_DOES_NOT_INDICATE_A_FAILURE._|PLEASE_TRY_AGAIN."},
+        {keys::internalError,
+         "AN_INTERNAL_ERROR_OCCURRED._|THIS_DOES_NOT_INDICATE_A_FAILURE._|PLEASE_TRY_AGAIN."},
         {keys::inconsistentImages, "INCONSISTENCY_FOUND_WHILE_COMPARING_IMAGES"},
         {keys::mathOperationFailed, "MATH_OP_TEST_FAIL_MESSAGE"},
         {keys::cudaPatternFailed, "CUDA_MEMORY_TEST_PATTERN_FAIL"},
@@ -75,8 +76,9 @@ TEST(MessageKeys, KeepWhatTheSuiteReadsFromTheSharedHeader) {
         {keys::useANumericalValue, "USE_A_NUMERICAL_VALUE_BETWEEN_1_AND_9999"},
         {keys::invalidDurationParameter, "INVALID_DURATION_PARAMETER"},
         {keys::pleaseTryToRerun, "PLEASE_TRY_TO_RERUN_THE_APPLICATION_OR_REBOOT_THE_COMPUTER"},
-        {keys::deviceCouldNotBeIdentified, "THIS_TEST_CANNOT_BE_PERFORMED_BECAUSE_THE_DEVICE_COULD_NOT_BE_IDENTIFIED_"
-                                           "OR_HAS_BEEN_DISCONNECTED"},
+        {keys::deviceCouldNotBeIdentified,
+         "THIS_TEST_CANNOT_BE_PERFORMED_BECAUSE_THE_DEVICE_COULD_NOT_BE_IDENTIFIED_"
+         "OR_HAS_BEEN_DISCONNECTED"},
         {keys::allExecutionsFinished, "AllExecutionsFinished"},
         {keys::back, "BACK"},
         {vocabulary::nvidia, "Nvidia"},

@@ -1,5 +1,5 @@
-#include "module/video_card/module.h"
 #include "module/video_card/catalogue.h"
+#include "module/video_card/module.h"
 #include "support/fake_machine.h"
 
 #include <gtest/gtest.h>
@@ -80,9 +80,7 @@ TEST_F(ModuleTest, HandsOutFurtherOwnersOfItsScannerAndDispatcher) {
     EXPECT_NE(module_.dispatcher(), nullptr);
 }
 
-TEST_F(ModuleTest, TouchesNoDeviceUntilTheHostScans) {
-    EXPECT_TRUE(machine_.list.filters.empty());
-}
+TEST_F(ModuleTest, TouchesNoDeviceUntilTheHostScans) { EXPECT_TRUE(machine_.list.filters.empty()); }
 
 } // namespace
 } // namespace vexil::module::video_card

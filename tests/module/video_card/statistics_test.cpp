@@ -122,7 +122,9 @@ TEST(StatisticsScan, RunsTheKindsInTheirFixedOrder) {
 
 TEST(StatisticsScan, GoesOnWithoutNvapiWhenItThrowsItsStatus) {
     StatisticsScans scans;
-    scans.adl = [](StatisticsSources& list) { list.push_back(std::make_unique<Source>(answers(Status::Ok, 1))); };
+    scans.adl = [](StatisticsSources& list) {
+        list.push_back(std::make_unique<Source>(answers(Status::Ok, 1)));
+    };
     scans.nvapi = [](StatisticsSources& list) {
         list.push_back(nullptr);
         throw -2;

@@ -94,12 +94,48 @@ TEST(Direct3DSection, ReadsEveryKindOfFault) {
     EXPECT_EQ(readFault(R"({"kind": "noResolveSupport"})").kind, Kind::noResolveSupport);
 }
 
+TEST(Direct3DSection, ReadsEveryFaultOfTheArithmeticTests) {
+    using Kind = Direct3DFault::Kind;
+    using Change = ArithmeticFault::Change;
+    const auto result =
+        readFault(R"({"kind": "wrongResult", "set": "doubles", "row": 3, "column": 4, "change": "ulp"})");
+    EXPECT_EQ(result.kind, Kind::wrongResult);
+    EXPECT_EQ(result.arithmetic.set, OperationSet::doubles);
+    EXPECT_EQ(result.arithmetic.row, 3U);
+    EXPECT_EQ(result.arithmetic.column, 4U);
+    EXPECT_EQ(result.arithmetic.change, Change::ulp);
+
+    const auto operand = readFault(
+        R"({"kind": "wrongOperand", "set": "dotProducts", "operand": 5, "row": 0, "change": "sign"})");
+    EXPECT_EQ(operand.kind, Kind::wrongOperand);
+    EXPECT_EQ(operand.arithmetic.set, OperationSet::dotProducts);
+    EXPECT_EQ(operand.arithmetic.operand, 5U);
+    EXPECT_EQ(operand.arithmetic.column, 0U);
+    EXPECT_EQ(operand.arithmetic.change, Change::sign);
+
+    EXPECT_EQ(readFault(R"({"kind": "idleDispatch", "set": "floats"})").arithmetic.set, OperationSet::floats);
+    EXPECT_EQ(readFault(R"({"kind": "noDoubles"})").kind, Kind::noDoubles);
+}
+
+TEST(Direct3DSection, ReadsEveryFaultOfPictures) {
+    using Kind = Direct3DFault::Kind;
+    const auto pixel = readFault(R"({"kind": "wrongPixel", "drawing": 9, "x": 7, "y": 3})");
+    EXPECT_EQ(pixel.kind, Kind::wrongPixel);
+    EXPECT_EQ(pixel.number, 9U);
+    EXPECT_EQ(pixel.offset, (3U * 1024 + 7) * 4);
+    EXPECT_EQ(pixel.mask, 1U);
+    const auto pitch = readFault(R"({"kind": "mappedPitch", "gap": 256})");
+    EXPECT_EQ(pitch.kind, Kind::mappedPitch);
+    EXPECT_EQ(pitch.offset, 256U);
+}
+
 TEST(Direct3DSection, NamesTheFieldAndTheReasonOfAnError) {
     EXPECT_EQ(errorOf(R"({"present": 1})"), "cards[0].direct3d.present: must be true or false, is 1");
     EXPECT_TRUE(errorOf(R"({"memory": 1})").starts_with("cards[0].direct3d.memory: is not a field"));
     EXPECT_EQ(errorOfFault(R"({"kind": "fire"})"), "cards[0].direct3d.faults[0].kind: \"fire\" is none of "
                                                    "surfaceAllocation, changedByte, deviceRemoved, "
-                                                   "failingCall, noResolveSupport");
+                                                   "failingCall, noResolveSupport, noDoubles, wrongResult, "
+                                                   "wrongOperand, idleDispatch, wrongPixel, mappedPitch");
     EXPECT_TRUE(errorOfFault(R"({"kind": "surfaceAllocation", "surface": 0})")
                     .starts_with("cards[0].direct3d.faults[0].surface: must be a whole number from 1"));
     EXPECT_EQ(errorOfFault(R"({"kind": "changedByte"})"), "cards[0].direct3d.faults[0].surface: is missing");

@@ -41,12 +41,16 @@ TEST(Scenario, NamesTheFieldAndTheReasonOfAnError) {
         {R"({"schema": "other"})", "schema: must be \"vexil.scenario/1\""},
         {R"({"schema": "vexil.scenario/1", "cards": {}})", "cards: must be a list, is {}"},
         {R"({"schema": "vexil.scenario/1", "cards": [1]})", "cards[0]: must be an object"},
-        {R"({"schema": "vexil.scenario/1", "crads": []})",
-         "crads: is not a field of a scenario here; known are adl, cards, description, nvapi, schema"},
     };
     for (const auto& [json, error] : all) {
         EXPECT_EQ(errorOf(json), error) << json;
     }
+}
+
+TEST(Scenario, NamesAFieldThatItDoesNotKnowAndThoseThatItKnows) {
+    const auto error = errorOf(R"({"schema": "vexil.scenario/1", "crads": []})");
+    EXPECT_TRUE(error.starts_with("crads: is not a field of a scenario here; known are ")) << error;
+    EXPECT_NE(error.find("cards, "), std::string::npos) << error;
 }
 
 TEST(Scenario, ChecksTheIdentityOfEachCard) {
@@ -60,8 +64,9 @@ TEST(Scenario, ChecksTheIdentityOfEachCard) {
     EXPECT_EQ(errorOf(withCard(R"({"vendorId": "10DE", "deviceId": "2503", "location": "02:00.0",
                                    "hasInterface": "yes"})")),
               "cards[1].hasInterface: must be true or false, is \"yes\"");
-    EXPECT_TRUE(errorOf(withCard(R"({"vendorId": "10DE", "deviceId": "2503", "location": "02:00.0", "nmae": ""})"))
-                    .starts_with("cards[1].nmae: is not a field of a scenario here"));
+    EXPECT_TRUE(
+        errorOf(withCard(R"({"vendorId": "10DE", "deviceId": "2503", "location": "02:00.0", "nmae": ""})"))
+            .starts_with("cards[1].nmae: is not a field of a scenario here"));
 }
 
 TEST(Scenario, SaysThatAFileIsNoJson) { EXPECT_TRUE(errorOf("{nonsense").starts_with("is no JSON: ")); }

@@ -35,7 +35,8 @@ protected:
         static int count = 0;
         const auto file = std::filesystem::path(testing::TempDir()) /
                           ("vexil-sensors-" + std::to_string(++count) + ".json");
-        std::ofstream(file) << R"({"schema": "vexil.scenario/1", )" << machine << (machine.empty() ? "" : ", ")
+        std::ofstream(file) << R"({"schema": "vexil.scenario/1", )" << machine
+                            << (machine.empty() ? "" : ", ")
                             << R"("cards": [{"vendorId": "8086", "deviceId": "3E92", "location": "00:02.0")"
                             << (card.empty() ? "" : ", ") << card << "}]}";
         setEnvironment("VEXIL_SCENARIO", file.string());
@@ -121,9 +122,9 @@ TEST_F(SimulatedSensors, ShowTheTemperatureOfTheProcessorOfTheScenario) {
 }
 
 TEST_F(SimulatedSensors, ReadEachFamilyOfAmd) {
-    for (const char* model : {R"("family": 21, "model": 2)", R"("family": 21, "model": 48)",
-                              R"("family": 21, "model": 101)", R"("family": 22, "model": 0)",
-                              R"("family": 23, "model": 113)"}) {
+    for (const char* model :
+         {R"("family": 21, "model": 2)", R"("family": 21, "model": 48)", R"("family": 21, "model": 101)",
+          R"("family": 22, "model": 0)", R"("family": 23, "model": 113)"}) {
         describe(R"("processor": {"vendor": "AuthenticAMD", )" + std::string(model) +
                  R"(}, "driverService": {"temperatureCelsius": 48})");
         EXPECT_EQ(temperature(), Status::Ok) << model;
@@ -144,9 +145,9 @@ TEST_F(SimulatedSensors, CaptionTheProcessorAsTheSystemWould) {
 }
 
 TEST_F(SimulatedSensors, HaveNoTemperatureWithoutADriverOrItsService) {
-    for (const char* service : {R"("ready": false)", R"("created": false)",
-                                R"("msrs": [{"register": "0x19C", "status": 1}])",
-                                R"("msrs": [{"register": "0x19C", "value": "0x002D0000"}])"}) {
+    for (const char* service :
+         {R"("ready": false)", R"("created": false)", R"("msrs": [{"register": "0x19C", "status": 1}])",
+          R"("msrs": [{"register": "0x19C", "value": "0x002D0000"}])"}) {
         describe(R"("driverService": {)" + std::string(service) + "}");
         EXPECT_EQ(temperature(), Status::Unavailable) << service;
         EXPECT_EQ(celsius_, -999999);
@@ -166,9 +167,9 @@ TEST_F(SimulatedSensors, EndTheScanForAProcessorThatIsNotKnown) {
 }
 
 TEST_F(SimulatedSensors, SayWhatIsWrongWithAScenario) {
-    for (const char* machine : {R"("processor": {"vendor": "Intel"})", R"("processor": {"familly": 6})",
-                                R"("driverService": {"temperatureCelsius": 1000})",
-                                R"("driverService": {"msrs": [{}]})"}) {
+    for (const char* machine :
+         {R"("processor": {"vendor": "Intel"})", R"("processor": {"familly": 6})",
+          R"("driverService": {"temperatureCelsius": 1000})", R"("driverService": {"msrs": [{}]})"}) {
         EXPECT_THROW(describe(machine), simulated::ScenarioError) << machine;
     }
     EXPECT_THROW(describe("", R"("kernelGraphics": {"engines": [{"loadPercent": -1}]})"),

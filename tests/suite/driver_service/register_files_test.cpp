@@ -118,16 +118,13 @@ TEST_F(RegisterFilesTest, RefuseAnAddressThatNoDeviceHas) {
     tree_.addFile("sys/bus/pci/devices/0000:00:00.0/config", std::string(4096, '\0'));
     const PciConfigRequest good{0, 0, 0, 0x60, 4, nullptr};
     ASSERT_EQ(service_.readPciConfig(good, &value_), 0);
-    for (const auto& bad : {PciConfigRequest{256, 0, 0, 0x60, 4, nullptr},
-                            PciConfigRequest{0x1'0000'0000, 0, 0, 0x60, 4, nullptr},
-                            PciConfigRequest{0, 32, 0, 0x60, 4, nullptr},
-                            PciConfigRequest{0, 0, 8, 0x60, 4, nullptr},
-                            PciConfigRequest{0, 0, 0, 0x60, 3, nullptr},
-                            PciConfigRequest{0, 0, 0, 0x60, 0, nullptr},
-                            PciConfigRequest{0, 0, 0, 0x60, 8, nullptr},
-                            PciConfigRequest{0, 0, 0, 0x62, 4, nullptr},
-                            PciConfigRequest{0, 0, 0, 0x1000, 4, nullptr},
-                            PciConfigRequest{0, 0, 0, 0xFFFFFFFC, 4, nullptr}}) {
+    for (const auto& bad :
+         {PciConfigRequest{256, 0, 0, 0x60, 4, nullptr},
+          PciConfigRequest{0x1'0000'0000, 0, 0, 0x60, 4, nullptr},
+          PciConfigRequest{0, 32, 0, 0x60, 4, nullptr}, PciConfigRequest{0, 0, 8, 0x60, 4, nullptr},
+          PciConfigRequest{0, 0, 0, 0x60, 3, nullptr}, PciConfigRequest{0, 0, 0, 0x60, 0, nullptr},
+          PciConfigRequest{0, 0, 0, 0x60, 8, nullptr}, PciConfigRequest{0, 0, 0, 0x62, 4, nullptr},
+          PciConfigRequest{0, 0, 0, 0x1000, 4, nullptr}, PciConfigRequest{0, 0, 0, 0xFFFFFFFC, 4, nullptr}}) {
         EXPECT_NE(service_.readPciConfig(bad, &value_), 0)
             << bad.bus << " " << bad.device << " " << bad.function << " " << bad.offset << " " << bad.width;
         auto write = bad;

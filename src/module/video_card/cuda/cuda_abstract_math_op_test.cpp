@@ -27,8 +27,9 @@ std::uint8_t finish(const core::TestRunArguments& arguments, const std::string& 
 /// The card is asked for anew before each stage, since each ends with a reset of the device.
 bool selectDevice(const core::TestRunArguments& arguments) {
     const auto device = lockCard(arguments);
-    if (device == nullptr || device->cudaRecord() == nullptr)
+    if (device == nullptr || device->cudaRecord() == nullptr) {
         return false;
+    }
     CudaRuntime::instance().cudaSetDevice(device->cudaRecord()->index);
     return true;
 }
@@ -42,32 +43,40 @@ bool CudaAbstractMathOpTest::isSupported(core::Device* device, std::shared_ptr<c
 }
 
 std::uint8_t CudaAbstractMathOpTest::execute(const core::TestRunArguments& arguments) {
-    if (const std::uint8_t stop = checkStop(arguments); stop != TestResult::Passed)
+    if (const std::uint8_t stop = checkStop(arguments); stop != TestResult::Passed) {
         return stop;
+    }
     {
         const auto device = lockCard(arguments);
-        if (device == nullptr)
+        if (device == nullptr) {
             return TestResult::DeviceUnavailable;
-        if (device->cudaRecord() == nullptr)
+        }
+        if (device->cudaRecord() == nullptr) {
             return finish(arguments, keys::notSupportedInThisDevice, TestResult::NotSupported);
+        }
     }
     int version = 0;
     CudaRuntime::instance().cudaDriverGetVersion(&version);
-    if (isCudaDriverOutOfDate(version))
+    if (isCudaDriverOutOfDate(version)) {
         return finish(arguments, keys::cudaDriverIncompatible, TestResult::NotCompleted);
-    if (!selectDevice(arguments))
+    }
+    if (!selectDevice(arguments)) {
         return TestResult::DeviceUnavailable;
+    }
     const std::uint8_t result = runIntegerStage(arguments);
-    if (result != TestResult::Passed)
+    if (result != TestResult::Passed) {
         return result;
-    if (!selectDevice(arguments))
+    }
+    if (!selectDevice(arguments)) {
         return TestResult::DeviceUnavailable;
+    }
     return runFloatStage(arguments);
 }
 
 std::uint8_t CudaAbstractMathOpTest::checkStop(const core::TestRunArguments& arguments) {
-    if (hasCompromisingEvent(arguments))
+    if (hasCompromisingEvent(arguments)) {
         return finish(arguments, keys::abortedBySystemEvent, TestResult::NotCompleted);
+    }
     return *arguments.cancelRequested != 0 ? TestResult::NotCompleted : TestResult::Passed;
 }
 

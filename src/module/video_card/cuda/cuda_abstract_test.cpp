@@ -32,10 +32,12 @@ bool CudaAbstractTest::isSupported(core::Device* device, std::shared_ptr<core::D
 
 std::uint8_t CudaAbstractTest::execute(const core::TestRunArguments& arguments) {
     const auto device = std::dynamic_pointer_cast<Device>(arguments.device.lock());
-    if (device == nullptr)
+    if (device == nullptr) {
         return TestResult::DeviceUnavailable;
-    if (isAborted(arguments))
+    }
+    if (isAborted(arguments)) {
         return TestResult::NotCompleted;
+    }
     const CudaDeviceRecord* const record = device->cudaRecord();
     if (record == nullptr) {
         reportAndFinish(*arguments.reporter, keys::notSupportedInThisDevice);
@@ -48,13 +50,15 @@ std::uint8_t CudaAbstractTest::execute(const core::TestRunArguments& arguments) 
         reportAndFinish(*arguments.reporter, keys::cudaDriverIncompatible);
         return TestResult::NotCompleted;
     }
-    if (isAborted(arguments))
+    if (isAborted(arguments)) {
         return TestResult::NotCompleted;
+    }
     cudaDeviceProp properties;
     cuda.cudaGetDeviceProperties(&properties, record->index);
     cuda.cudaSetDevice(record->index);
-    if (isAborted(arguments))
+    if (isAborted(arguments)) {
         return TestResult::NotCompleted;
+    }
     if (!allocateTestMemory(properties)) {
         releaseAll();
         reportAndFinish(*arguments.reporter, keys::failedToAllocateGpuMemory);
@@ -62,8 +66,9 @@ std::uint8_t CudaAbstractTest::execute(const core::TestRunArguments& arguments) 
     }
     // Stopped here, the block stays allocated on purpose: it goes with the process or the next reset of the
     // device.
-    if (isAborted(arguments))
+    if (isAborted(arguments)) {
         return TestResult::NotCompleted;
+    }
     const std::uint8_t result = runBody(arguments);
     arguments.reporter->setProgress(100);
     return result;
@@ -76,20 +81,24 @@ bool CudaAbstractTest::allocateErrorFlag() {
 }
 
 bool CudaAbstractTest::allocateTestMemory(const cudaDeviceProp& properties) {
-    if (!allocateErrorFlag())
+    if (!allocateErrorFlag()) {
         return false;
+    }
     CudaRuntime& cuda = CudaRuntime::instance();
     testedMiB_ = mebibytesOf(properties.totalGlobalMem) - marginMiB;
     std::size_t freeBytes = 0, totalBytes = 0;
-    if (cuda.cudaMemGetInfo(&freeBytes, &totalBytes) != cudaSuccess)
+    if (cuda.cudaMemGetInfo(&freeBytes, &totalBytes) != cudaSuccess) {
         return false;
+    }
     const std::uint32_t freeMiB = mebibytesOf(freeBytes) - marginMiB;
-    if (testedMiB_ > freeMiB)
+    if (testedMiB_ > freeMiB) {
         testedMiB_ = freeMiB;
+    }
     do {
         testedMiB_ -= launchMiB;
-        if (testedMiB_ == 0)
+        if (testedMiB_ == 0) {
             return false;
+        }
         cuda.cudaMalloc(&memoryBegin_, bytesOf(testedMiB_));
         // The last error decides, not the result of this call: an older error of the thread costs one more
         // round.
@@ -99,16 +108,18 @@ bool CudaAbstractTest::allocateTestMemory(const cudaDeviceProp& properties) {
 }
 
 bool CudaAbstractTest::releaseErrorFlag() {
-    if (CudaRuntime::instance().cudaFree(devicePatternOk_) != cudaSuccess)
+    if (CudaRuntime::instance().cudaFree(devicePatternOk_) != cudaSuccess) {
         return false;
+    }
     devicePatternOk_ = nullptr;
     return true;
 }
 
 bool CudaAbstractTest::releaseAll() {
     CudaRuntime& cuda = CudaRuntime::instance();
-    if (!releaseErrorFlag() || cuda.cudaFree(memoryBegin_) != cudaSuccess)
+    if (!releaseErrorFlag() || cuda.cudaFree(memoryBegin_) != cudaSuccess) {
         return false;
+    }
     memoryBegin_ = nullptr;
     cuda.cudaDeviceReset();
     return true;
@@ -120,27 +131,32 @@ void CudaAbstractTest::reportAndFinish(core::TestReporter& reporter, const std::
 }
 
 bool CudaAbstractTest::isAborted(const core::TestRunArguments& arguments) {
-    if (*arguments.cancelRequested == 0 && !hasCompromisingEvent(arguments))
+    if (*arguments.cancelRequested == 0 && !hasCompromisingEvent(arguments)) {
         return false;
+    }
     reportAndFinish(*arguments.reporter, keys::abortedBySystemEvent);
     return true;
 }
 
 std::uint8_t CudaAbstractTest::pollChunk(const core::TestRunArguments& arguments) {
     const bool event = hasCompromisingEvent(arguments);
-    if (!event && *arguments.cancelRequested == 0)
+    if (!event && *arguments.cancelRequested == 0) {
         return TestResult::Passed;
-    if (releaseOrReport(arguments))
+    }
+    if (releaseOrReport(arguments)) {
         return TestResult::CleanupFailed;
+    }
     // A stop that the user asked for is not explained to them.
-    if (event)
+    if (event) {
         reportAndFinish(*arguments.reporter, keys::abortedBySystemEvent);
+    }
     return TestResult::NotCompleted;
 }
 
 bool CudaAbstractTest::releaseOrReport(const core::TestRunArguments& arguments) {
-    if (releaseAll())
+    if (releaseAll()) {
         return false;
+    }
     reportAndFinish(*arguments.reporter, keys::failedToFreeGpuMemory);
     return true;
 }
@@ -150,30 +166,35 @@ std::optional<std::uint8_t> CudaAbstractTest::sweep(const core::TestRunArguments
     CudaRuntime& cuda = CudaRuntime::instance();
     std::uint32_t accumulator = pass.accumulatorStart;
     for (std::uint32_t offset = pass.firstMiB; offset < testedMiB_; offset += launchMiB) {
-        if (pass.leave == LeaveOnMismatch::AroundLaunch && !patternOk_)
+        if (pass.leave == LeaveOnMismatch::AroundLaunch && !patternOk_) {
             break;
+        }
         launch(memoryBegin_ + bytesOf(offset));
         // A launch that fails leaves the flag untouched, and the pass goes on.
         cuda.cudaDeviceSynchronize();
         if (pass.readsFlag &&
-            cuda.cudaMemcpy(&patternOk_, devicePatternOk_, 1, cudaMemcpyDeviceToHost) != cudaSuccess)
+            cuda.cudaMemcpy(&patternOk_, devicePatternOk_, 1, cudaMemcpyDeviceToHost) != cudaSuccess) {
             return finishWithoutCommunication(arguments, pass.errorOrder);
+        }
         accumulator += pass.step;
         const std::uint32_t percent =
             (accumulator / testedMiB_ + pass.addend) / pass.divisor + pass.progressBase;
         arguments.reporter->setProgress(static_cast<std::uint8_t>(percent));
-        if (pass.leave != LeaveOnMismatch::Never && !patternOk_)
+        if (pass.leave != LeaveOnMismatch::Never && !patternOk_) {
             break;
-        if (const std::uint8_t result = pollChunk(arguments); result != TestResult::Passed)
+        }
+        if (const std::uint8_t result = pollChunk(arguments); result != TestResult::Passed) {
             return result;
+        }
     }
     return std::nullopt;
 }
 
 std::uint8_t CudaAbstractTest::finishBody(const core::TestRunArguments& arguments) {
     const bool unreleased = releaseOrReport(arguments);
-    if (patternOk_)
+    if (patternOk_) {
         return unreleased ? TestResult::CleanupFailed : TestResult::Passed;
+    }
     // A wrong word outranks memory that could not be released.
     arguments.reporter->report({0, keys::cudaPatternFailed});
     arguments.reporter->setProgress(100);
@@ -182,8 +203,9 @@ std::uint8_t CudaAbstractTest::finishBody(const core::TestRunArguments& argument
 
 std::uint8_t CudaAbstractTest::finishWithoutCommunication(const core::TestRunArguments& arguments,
                                                           CommunicationErrorOrder order) {
-    if (releaseOrReport(arguments))
+    if (releaseOrReport(arguments)) {
         return TestResult::CleanupFailed;
+    }
     if (order == CommunicationErrorOrder::ProgressFirst) {
         reportAndFinish(*arguments.reporter, keys::cudaCommunicationError);
     } else {

@@ -37,13 +37,15 @@ CUDAAddressTest::CUDAAddressTest() : CudaAbstractTest(12) {}
 std::uint8_t CUDAAddressTest::runBody(const core::TestRunArguments& arguments) {
     for (const Pass& pass : passes) {
         const auto launch = [&](std::uint8_t* base) {
-            if (pass.action == Action::Write)
+            if (pass.action == Action::Write) {
                 write(blocks, chunkBytes, base, memoryEnd_);
-            else
+            } else {
                 check(blocks, chunkBytes, base, memoryEnd_, devicePatternOk_);
+            }
         };
-        if (const auto result = sweep(arguments, pass.sweep, launch))
+        if (const auto result = sweep(arguments, pass.sweep, launch)) {
             return *result;
+        }
     }
     return finishBody(arguments);
 }

@@ -53,8 +53,9 @@ std::uint8_t CUDABlockMoveTest::runBody(const core::TestRunArguments& arguments)
                 break;
             }
         };
-        if (const auto result = sweep(arguments, pass.sweep, launch))
+        if (const auto result = sweep(arguments, pass.sweep, launch)) {
             return *result;
+        }
     }
     return finishBody(arguments);
 }

@@ -43,29 +43,34 @@ std::uint8_t CudaMathOperations<T>::run(std::int32_t advanced) {
         release();
         return finish(TestResult::NotCompleted, keys::failedToAllocateGpuMemory);
     }
-    if (!copyInputs())
+    if (!copyInputs()) {
         return releaseOrReport() ? TestResult::CleanupFailed
                                  : finish(TestResult::NotCompleted, keys::cudaCommunicationError);
+    }
     launchMathKernel(advanced != 0, operationCount_, valuesPerOperation_, a_, b_, c_, out_);
     // A launch that fails leaves its results to what the memory held.
     cuda.cudaDeviceSynchronize();
-    if (cuda.cudaMemcpy(results.data(), out_, bufferBytes_, cudaMemcpyDeviceToHost) != cudaSuccess)
+    if (cuda.cudaMemcpy(results.data(), out_, bufferBytes_, cudaMemcpyDeviceToHost) != cudaSuccess) {
         return releaseOrReport() ? TestResult::CleanupFailed
                                  : finish(TestResult::NotCompleted, keys::cudaCommunicationError);
-    for (std::size_t element = 0; element < results.size(); ++element)
+    }
+    for (std::size_t element = 0; element < results.size(); ++element) {
         if (!isRight(element, results[element])) {
             releaseOrReport();
             return finish(TestResult::Failed, keys::mathOperationFailed);
         }
+    }
     return releaseOrReport() ? TestResult::CleanupFailed : TestResult::Passed;
 }
 
 template <typename T>
 bool CudaMathOperations<T>::allocate() {
     CudaRuntime& cuda = CudaRuntime::instance();
-    for (T** buffer : {&a_, &b_, &c_, &out_})
-        if (cuda.cudaMalloc(buffer, bufferBytes_) != cudaSuccess)
+    for (T** buffer : {&a_, &b_, &c_, &out_}) {
+        if (cuda.cudaMalloc(buffer, bufferBytes_) != cudaSuccess) {
             return false;
+        }
+    }
     return true;
 }
 
@@ -81,9 +86,11 @@ template <typename T>
 bool CudaMathOperations<T>::release() {
     CudaRuntime& cuda = CudaRuntime::instance();
     bool released = true;
-    for (T* buffer : {a_, b_, c_, out_})
-        if (released)
+    for (T* buffer : {a_, b_, c_, out_}) {
+        if (released) {
             released = cuda.cudaFree(buffer) == cudaSuccess;
+        }
+    }
     a_ = b_ = c_ = out_ = nullptr;
     // Unlike in the memory tests, after a failed free as well.
     cuda.cudaDeviceReset();
@@ -92,8 +99,9 @@ bool CudaMathOperations<T>::release() {
 
 template <typename T>
 bool CudaMathOperations<T>::releaseOrReport() {
-    if (release())
+    if (release()) {
         return false;
+    }
     finish(TestResult::CleanupFailed, keys::failedToFreeGpuMemory);
     return true;
 }
@@ -110,10 +118,11 @@ template class CudaMathOperations<float>;
 
 CudaMathOperationsInt::CudaMathOperationsInt(std::int32_t mode, const core::TestRunArguments& arguments)
     : CudaMathOperations(arguments) {
-    if (mode == standardMode)
+    if (mode == standardMode) {
         prepareStandard();
-    else if (mode == advancedMode)
+    } else if (mode == advancedMode) {
         prepareAdvanced();
+    }
 }
 
 void CudaMathOperationsInt::prepareStandard() { prepare(integerStandard); }
@@ -125,10 +134,11 @@ bool CudaMathOperationsInt::isRight(std::size_t element, std::int32_t result) co
 
 CudaMathOperationsFloat::CudaMathOperationsFloat(std::int32_t mode, const core::TestRunArguments& arguments)
     : CudaMathOperations(arguments) {
-    if (mode == standardMode)
+    if (mode == standardMode) {
         prepareStandard();
-    else if (mode == advancedMode)
+    } else if (mode == advancedMode) {
         prepareAdvanced();
+    }
 }
 
 void CudaMathOperationsFloat::prepareStandard() {
@@ -154,13 +164,16 @@ bool CudaMathOperationsFloat::isRight(std::size_t element, float result) const {
 }
 
 bool isFloatRight(float result, float expected, std::int32_t maxUlps, float absoluteTolerance) {
-    if (absoluteTolerance >= std::fabs(result - expected))
+    if (absoluteTolerance >= std::fabs(result - expected)) {
         return true;
-    if (!std::isfinite(result) || !std::isfinite(expected))
+    }
+    if (!std::isfinite(result) || !std::isfinite(expected)) {
         return true;
+    }
     // A wrong sign passes once it is beyond the tolerance: the rule of this comparison, kept as it stands.
-    if (std::signbit(result) != std::signbit(expected))
+    if (std::signbit(result) != std::signbit(expected)) {
         return true;
+    }
     return std::abs(std::bit_cast<std::int32_t>(result) - std::bit_cast<std::int32_t>(expected)) <= maxUlps;
 }
 

@@ -69,8 +69,9 @@ std::uint8_t CUDAMemoryFaultTest::runBody(const core::TestRunArguments& argument
                 break;
             }
         };
-        if (const auto result = sweep(arguments, pass.sweep, launch))
+        if (const auto result = sweep(arguments, pass.sweep, launch)) {
             return *result;
+        }
     }
     return finishBody(arguments);
 }

@@ -49,12 +49,15 @@ std::uint8_t CudaModuloXTest::runBody(const core::TestRunArguments& arguments) {
         const auto launchCheck = [&](std::uint8_t* base) {
             check(blocks, chunkBytes, base, memoryEnd_, offset, value, devicePatternOk_);
         };
-        if (const auto result = sweep(arguments, passAt(writePass, offset), launchWrite))
+        if (const auto result = sweep(arguments, passAt(writePass, offset), launchWrite)) {
             return *result;
-        if (const auto result = sweep(arguments, passAt(checkPass, offset), launchCheck))
+        }
+        if (const auto result = sweep(arguments, passAt(checkPass, offset), launchCheck)) {
             return *result;
-        if (!patternOk_)
+        }
+        if (!patternOk_) {
             break;
+        }
     }
     return finishBody(arguments);
 }

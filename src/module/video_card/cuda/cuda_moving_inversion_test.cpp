@@ -58,8 +58,9 @@ std::uint8_t CUDAMovingInversionTest::runBody(const core::TestRunArguments& argu
                 break;
             }
         };
-        if (const auto result = sweep(arguments, pass.sweep, launch))
+        if (const auto result = sweep(arguments, pass.sweep, launch)) {
             return *result;
+        }
     }
     return finishBody(arguments);
 }

@@ -61,8 +61,9 @@ std::uint8_t CudaRandomNumberSequenceTest::runBody(const core::TestRunArguments&
 
     std::uint8_t* const reference = memoryBegin_;
     if (CudaRuntime::instance().cudaMemcpy(reference, words.data(), chunkBytes, cudaMemcpyHostToDevice) !=
-        cudaSuccess)
+        cudaSuccess) {
         return finishWithoutCommunication(arguments, CommunicationErrorOrder::ProgressFirst);
+    }
 
     for (const Pass& pass : passes) {
         const auto launch = [&](std::uint8_t* base) {
@@ -78,8 +79,9 @@ std::uint8_t CudaRandomNumberSequenceTest::runBody(const core::TestRunArguments&
                 break;
             }
         };
-        if (const auto result = sweep(arguments, pass.sweep, launch))
+        if (const auto result = sweep(arguments, pass.sweep, launch)) {
             return *result;
+        }
     }
     return finishBody(arguments);
 }

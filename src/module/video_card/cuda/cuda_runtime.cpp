@@ -52,27 +52,31 @@ cudaError_t CudaRuntime::loadDriver() {
 
 cudaError_t CudaRuntime::initialise() {
     const std::lock_guard lock(mutex_);
-    if (const cudaError_t error = loadDriver(); error != cudaSuccess)
+    if (const cudaError_t error = loadDriver(); error != cudaSuccess) {
         return error;
+    }
     // A driver that has no device yet is asked again; one that has been initialised is not.
     if (!initialised_) {
-        if (const cudaError_t error = call(driver_.cuInit, 0u); error != cudaSuccess)
+        if (const cudaError_t error = call(driver_.cuInit, 0u); error != cudaSuccess) {
             return error;
+        }
         initialised_ = true;
     }
     return cudaSuccess;
 }
 
 cudaError_t CudaRuntime::enterContext() {
-    if (const cudaError_t error = initialise(); error != cudaSuccess)
+    if (const cudaError_t error = initialise(); error != cudaSuccess) {
         return error;
+    }
     const int device = thread().device;
     const std::lock_guard lock(mutex_);
     DeviceState& state = devices_[device];
     if (state.context == nullptr) {
         CUdevice handle = 0;
-        if (const cudaError_t error = call(driver_.cuDeviceGet, &handle, device); error != cudaSuccess)
+        if (const cudaError_t error = call(driver_.cuDeviceGet, &handle, device); error != cudaSuccess) {
             return error;
+        }
         const cudaError_t error = call(driver_.cuDevicePrimaryCtxRetain, &state.context, handle);
         if (error != cudaSuccess) {
             state.context = nullptr;
@@ -85,8 +89,9 @@ cudaError_t CudaRuntime::enterContext() {
 cudaError_t CudaRuntime::cudaDriverGetVersion(int* version) {
     *version = 0;
     const std::lock_guard lock(mutex_);
-    if (loadDriver() != cudaSuccess)
+    if (loadDriver() != cudaSuccess) {
         return cudaSuccess;
+    }
     return record(call(driver_.cuDriverGetVersion, version));
 }
 
@@ -99,30 +104,36 @@ cudaError_t CudaRuntime::cudaGetDeviceCount(int* count) {
 cudaError_t CudaRuntime::cudaDeviceGetPCIBusId(char* text, int length, int device) {
     cudaError_t error = initialise();
     CUdevice handle = 0;
-    if (error == cudaSuccess)
+    if (error == cudaSuccess) {
         error = call(driver_.cuDeviceGet, &handle, device);
-    if (error == cudaSuccess)
+    }
+    if (error == cudaSuccess) {
         error = call(driver_.cuDeviceGetPCIBusId, text, length, handle);
+    }
     return record(error);
 }
 
 cudaError_t CudaRuntime::cudaGetDeviceProperties(cudaDeviceProp* properties, int device) {
     cudaError_t error = initialise();
     CUdevice handle = 0;
-    if (error == cudaSuccess)
+    if (error == cudaSuccess) {
         error = call(driver_.cuDeviceGet, &handle, device);
-    if (error == cudaSuccess)
+    }
+    if (error == cudaSuccess) {
         error = call(driver_.cuDeviceTotalMem, &properties->totalGlobalMem, handle);
+    }
     return record(error);
 }
 
 cudaError_t CudaRuntime::cudaSetDevice(int device) {
     cudaError_t error = initialise();
     CUdevice handle = 0;
-    if (error == cudaSuccess)
+    if (error == cudaSuccess) {
         error = call(driver_.cuDeviceGet, &handle, device);
-    if (error == cudaSuccess)
+    }
+    if (error == cudaSuccess) {
         thread().device = device;
+    }
     return record(error);
 }
 
@@ -134,17 +145,20 @@ cudaError_t CudaRuntime::cudaMemGetInfo(std::size_t* freeBytes, std::size_t* tot
 cudaError_t CudaRuntime::cudaMalloc(void** memory, std::size_t bytes) {
     cudaError_t error = enterContext();
     CUdeviceptr allocated = 0;
-    if (error == cudaSuccess && bytes != 0)
+    if (error == cudaSuccess && bytes != 0) {
         error = call(driver_.cuMemAlloc, &allocated, bytes);
-    if (error == cudaSuccess)
+    }
+    if (error == cudaSuccess) {
         *memory = reinterpret_cast<void*>(allocated);
+    }
     return record(error);
 }
 
 cudaError_t CudaRuntime::cudaFree(void* memory) {
     cudaError_t error = enterContext();
-    if (error == cudaSuccess && memory != nullptr)
+    if (error == cudaSuccess && memory != nullptr) {
         error = call(driver_.cuMemFree, address(memory));
+    }
     return record(error);
 }
 
@@ -175,17 +189,20 @@ cudaError_t CudaRuntime::cudaDeviceSynchronize() {
 }
 
 cudaError_t CudaRuntime::cudaDeviceReset() {
-    if (const cudaError_t error = initialise(); error != cudaSuccess)
+    if (const cudaError_t error = initialise(); error != cudaSuccess) {
         return record(error);
+    }
     const int device = thread().device;
     const std::lock_guard lock(mutex_);
     CUdevice handle = 0;
     cudaError_t error = call(driver_.cuDeviceGet, &handle, device);
-    if (error == cudaSuccess)
+    if (error == cudaSuccess) {
         error = call(driver_.cuDevicePrimaryCtxReset, handle);
+    }
     // A reset ends what stands in the context, but not the hold on it.
-    if (const auto state = devices_.extract(device); !state.empty() && state.mapped().context != nullptr)
+    if (const auto state = devices_.extract(device); !state.empty() && state.mapped().context != nullptr) {
         call(driver_.cuDevicePrimaryCtxRelease, handle);
+    }
     return record(error);
 }
 

@@ -15,8 +15,9 @@ CudaRuntime::ThreadState& CudaRuntime::thread() const {
 }
 
 cudaError_t CudaRuntime::record(cudaError_t error) const {
-    if (error != cudaSuccess)
+    if (error != cudaSuccess) {
         thread().lastError = error;
+    }
     return error;
 }
 
@@ -31,8 +32,9 @@ cudaError_t CudaRuntime::cudaPushCallConfiguration(dim3 grid, dim3 block, std::s
 cudaError_t CudaRuntime::cudaPopCallConfiguration(dim3* grid, dim3* block, std::size_t* sharedBytes,
                                                   cudaStream_t* stream) {
     auto& configurations = thread().configurations;
-    if (configurations.empty())
+    if (configurations.empty()) {
         return record(cudaErrorMissingConfiguration);
+    }
     const CallConfiguration top = configurations.back();
     configurations.pop_back();
     *grid = top.grid;
@@ -46,14 +48,17 @@ cudaError_t CudaRuntime::cudaLaunchKernel(const void* function, dim3 grid, dim3 
                                           std::size_t sharedBytes, cudaStream_t stream) {
     cudaError_t error = enterContext();
     CUfunction handle = nullptr;
-    if (error == cudaSuccess)
+    if (error == cudaSuccess) {
         error = findFunction(function, handle);
-    if (error == cudaSuccess && driver_.cuLaunchKernel == nullptr)
+    }
+    if (error == cudaSuccess && driver_.cuLaunchKernel == nullptr) {
         error = cudaErrorInsufficientDriver;
-    if (error == cudaSuccess)
+    }
+    if (error == cudaSuccess) {
         error = static_cast<cudaError_t>(
             driver_.cuLaunchKernel(handle, grid.x, grid.y, grid.z, block.x, block.y, block.z,
                                    static_cast<unsigned>(sharedBytes), stream, arguments, nullptr));
+    }
     return record(error);
 }
 
@@ -66,22 +71,26 @@ cudaError_t CudaRuntime::findFunction(const void* key, CUfunction& function) {
     }
     for (const auto& binary : fatBinaries_) {
         const auto found = std::ranges::find(binary->functions, key, &FatBinary::Function::key);
-        if (found == binary->functions.end())
+        if (found == binary->functions.end()) {
             continue;
-        if (driver_.cuModuleLoadData == nullptr || driver_.cuModuleGetFunction == nullptr)
+        }
+        if (driver_.cuModuleLoadData == nullptr || driver_.cuModuleGetFunction == nullptr) {
             return cudaErrorInsufficientDriver;
+        }
         auto module = state.modules.find(binary.get());
         if (module == state.modules.end()) {
             // The driver compiles the PTX for its card here, once for each life of the primary context.
             CUmodule loaded = nullptr;
             if (const CUresult error = driver_.cuModuleLoadData(&loaded, binary->image);
-                error != CUDA_SUCCESS)
+                error != CUDA_SUCCESS) {
                 return static_cast<cudaError_t>(error);
+            }
             module = state.modules.emplace(binary.get(), loaded).first;
         }
         const CUresult error = driver_.cuModuleGetFunction(&function, module->second, found->name);
-        if (error == CUDA_SUCCESS)
+        if (error == CUDA_SUCCESS) {
             state.functions.emplace(key, function);
+        }
         return static_cast<cudaError_t>(error);
     }
     return cudaErrorInvalidDeviceFunction;
@@ -111,8 +120,9 @@ void CudaRuntime::cudaUnregisterFatBinary(FatBinary* binary) {
     // context.
     for (auto& [ordinal, state] : devices_) {
         state.modules.erase(binary);
-        for (const FatBinary::Function& function : binary->functions)
+        for (const FatBinary::Function& function : binary->functions) {
             state.functions.erase(function.key);
+        }
     }
     std::erase_if(fatBinaries_, [&](const auto& owned) { return owned.get() == binary; });
 }

@@ -12,20 +12,23 @@ constexpr int noThreadLimit = -1;
 
 void KernelName::launch(unsigned blocks, unsigned threadsPerBlock, void** arguments) const {
     CudaRuntime& cuda = CudaRuntime::instance();
-    if (cuda.cudaPushCallConfiguration({blocks}, {threadsPerBlock}, 0, nullptr) != cudaSuccess)
+    if (cuda.cudaPushCallConfiguration({blocks}, {threadsPerBlock}, 0, nullptr) != cudaSuccess) {
         return;
+    }
     dim3 grid, block;
     std::size_t sharedBytes = 0;
     cudaStream_t stream = nullptr;
-    if (cuda.cudaPopCallConfiguration(&grid, &block, &sharedBytes, &stream) == cudaSuccess)
+    if (cuda.cudaPopCallConfiguration(&grid, &block, &sharedBytes, &stream) == cudaSuccess) {
         static_cast<void>(cuda.cudaLaunchKernel(this, grid, block, arguments, sharedBytes, stream));
+    }
 }
 
 DeviceCode::DeviceCode(const char* ptx, std::initializer_list<const KernelName*> kernels) {
     CudaRuntime& cuda = CudaRuntime::instance();
     CudaRuntime::FatBinary* const binary = cuda.cudaRegisterFatBinary(ptx);
-    for (const KernelName* kernel : kernels)
+    for (const KernelName* kernel : kernels) {
         cuda.cudaRegisterFunction(binary, kernel, kernel->name(), noThreadLimit);
+    }
     cuda.cudaRegisterFatBinaryEnd(binary);
     handle_ = binary;
 }

@@ -11,8 +11,9 @@ namespace vexil::module::video_card {
 
 namespace {
 
-/// What answers to the name already is the Direct3D of this process: the one that a window system has brought, or a
-/// stand-in. On Windows the loader's own search would pass it by and take the one in the system folder beside it.
+/// What answers to the name already is the Direct3D of this process: the one that a window system has
+/// brought, or a stand-in. On Windows the loader's own search would pass it by and take the one in the system
+/// folder beside it.
 template <typename Function>
 Function resolve(Module& loader, const char* library, const char* symbol) {
     void* const loaded = platform::loadedLibrary(library);

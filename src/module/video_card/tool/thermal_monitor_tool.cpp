@@ -41,8 +41,8 @@ std::uint8_t ThermalMonitorToolVideocard::execute(const core::TestRunArguments& 
     }
     std::int64_t celsius = 0;
     const bool known = device->getTemperature(celsius);
-    const auto line = thermalLine(device->id(), device->displayName(),
-                                  known ? std::optional(celsius) : std::nullopt);
+    const auto line =
+        thermalLine(device->id(), device->displayName(), known ? std::optional(celsius) : std::nullopt);
     arguments.reporter->report({0, line});
     return known ? core::TestResult::Passed : core::TestResult::DeviceUnavailable;
 }

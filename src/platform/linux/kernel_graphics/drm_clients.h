@@ -16,7 +16,7 @@ namespace vexil::platform {
 class DrmClients {
 public:
     /// Open files that one call looks at, about.
-    static constexpr std::size_t linksOfCall = 256;
+    static constexpr std::size_t linksOfCall = 128;
 
     explicit DrmClients(std::filesystem::path procRoot) : procRoot_(std::move(procRoot)) {}
 

@@ -1,12 +1,15 @@
 #include "platform/linux/kernel_graphics/drm_clients.h"
 
+#include <dirent.h>
+#include <unistd.h>
+
 #include <charconv>
 #include <fstream>
 #include <iterator>
 #include <limits>
 #include <set>
+#include <string_view>
 #include <utility>
-#include <system_error>
 
 namespace vexil::platform {
 
@@ -16,15 +19,43 @@ namespace {
 
 constexpr std::string_view graphicsDevices = "/dev/dri/";
 
+/// An open folder. Its entries are read by hand, since a query must not take long.
+class Folder {
+public:
+    explicit Folder(const fs::path& path) : folder_(opendir(path.c_str())) {}
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+    ~Folder() {
+        if (folder_ != nullptr) {
+            closedir(folder_);
+        }
+    }
+
+    /// Null at the end, and for a folder that cannot be read.
+    [[nodiscard]] const char* next() const {
+        const dirent* entry = folder_ == nullptr ? nullptr : readdir(folder_);
+        return entry == nullptr ? nullptr : entry->d_name;
+    }
+
+    [[nodiscard]] bool pointsToGraphics(const char* link) const {
+        char target[graphicsDevices.size()];
+        const auto length = readlinkat(dirfd(folder_), link, target, sizeof(target));
+        return length == static_cast<ssize_t>(sizeof(target)) &&
+               std::string_view(target, sizeof(target)) == graphicsDevices;
+    }
+
+private:
+    DIR* folder_;
+};
+
 std::set<unsigned> processes(const fs::path& procRoot) {
     std::set<unsigned> ids;
-    std::error_code error;
-    for (fs::directory_iterator entry(procRoot, error), end; !error && entry != end; entry.increment(error)) {
-        const auto name = entry->path().filename().string();
+    const Folder folder(procRoot);
+    while (const char* name = folder.next()) {
+        const std::string_view text = name;
         unsigned id = 0;
-        const auto* last = name.data() + name.size();
-        if (std::from_chars(name.data(), last, id).ptr == last) {
-            ids.insert(id);
+        if (std::from_chars(name, name + text.size(), id).ptr == name + text.size()) {
+            ids.insert(ids.end(), id);
         }
     }
     return ids;
@@ -41,16 +72,15 @@ std::size_t DrmClients::examine(unsigned process) {
     auto& files = files_[process];
     files.clear();
     lastExamined_ = process;
-    const auto folder = procRoot_ / std::to_string(process);
-    std::size_t links = 1;
-    std::error_code error;
+    const auto path = procRoot_ / std::to_string(process);
+    // Opening the folder costs as much as some links.
+    std::size_t links = 4;
     // A process that ends meanwhile, or belongs to somebody else, has no files.
-    for (fs::directory_iterator entry(folder / "fd", error), end; !error && entry != end;
-         entry.increment(error), ++links) {
-        std::error_code unreadable;
-        const auto target = fs::read_symlink(entry->path(), unreadable);
-        if (!unreadable && target.native().starts_with(graphicsDevices)) {
-            files.push_back(folder / "fdinfo" / entry->path().filename());
+    const Folder folder(path / "fd");
+    while (const char* name = folder.next()) {
+        ++links;
+        if (folder.pointsToGraphics(name)) {
+            files.push_back(path / "fdinfo" / name);
         }
     }
     return links;

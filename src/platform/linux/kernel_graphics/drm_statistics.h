@@ -14,8 +14,8 @@
 
 namespace vexil::platform {
 
-/// One card's engines as nodes: those that the driver tells of by client, and before them the whole card where
-/// the driver has a busy counter for it.
+/// One card's engines as nodes: those that the driver tells of by client, and before them the whole card
+/// where the driver has a busy counter for it.
 class DrmCard {
 public:
     DrmCard(const PciAddress& address, const std::filesystem::path& sysRoot);

@@ -16,24 +16,12 @@ struct EngineRow {
 // A driver may tell of an engine only once somebody has used it, and the number of engines of a card is asked
 // for only once: so it must be known beforehand.
 constexpr std::array engineRows = {
-    EngineRow{"amdgpu", "gfx"},
-    EngineRow{"amdgpu", "compute"},
-    EngineRow{"amdgpu", "dma"},
-    EngineRow{"amdgpu", "dec"},
-    EngineRow{"amdgpu", "enc"},
-    EngineRow{"amdgpu", "enc_1"},
-    EngineRow{"amdgpu", "jpeg"},
-    EngineRow{"amdgpu", "vpe"},
-    EngineRow{"i915", "render"},
-    EngineRow{"i915", "copy"},
-    EngineRow{"i915", "video"},
-    EngineRow{"i915", "video-enhance"},
-    EngineRow{"i915", "compute"},
-    EngineRow{"xe", "rcs"},
-    EngineRow{"xe", "bcs"},
-    EngineRow{"xe", "vcs"},
-    EngineRow{"xe", "vecs"},
-    EngineRow{"xe", "ccs"},
+    EngineRow{"amdgpu", "gfx"},   EngineRow{"amdgpu", "compute"}, EngineRow{"amdgpu", "dma"},
+    EngineRow{"amdgpu", "dec"},   EngineRow{"amdgpu", "enc"},     EngineRow{"amdgpu", "enc_1"},
+    EngineRow{"amdgpu", "jpeg"},  EngineRow{"amdgpu", "vpe"},     EngineRow{"i915", "render"},
+    EngineRow{"i915", "copy"},    EngineRow{"i915", "video"},     EngineRow{"i915", "video-enhance"},
+    EngineRow{"i915", "compute"}, EngineRow{"xe", "rcs"},         EngineRow{"xe", "bcs"},
+    EngineRow{"xe", "vcs"},       EngineRow{"xe", "vecs"},        EngineRow{"xe", "ccs"},
 };
 static_assert(engineRows.size() == 18);
 

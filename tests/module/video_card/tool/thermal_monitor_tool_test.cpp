@@ -216,8 +216,9 @@ TEST(ToFahrenheit, TakesTheNonsenseOfASensor) {
 }
 
 TEST(ThermalLine, WritesANegativeTemperatureWithItsSign) {
-    EXPECT_EQ(tool::thermalLine("I", "N", -40), "{\"deviceId\": \"I\", \"deviceName\": \"N\", "
-                                                "\"temperatureCelsius\": -40, \"temperatureFahrenheit\": -40}");
+    EXPECT_EQ(tool::thermalLine("I", "N", -40),
+              "{\"deviceId\": \"I\", \"deviceName\": \"N\", "
+              "\"temperatureCelsius\": -40, \"temperatureFahrenheit\": -40}");
 }
 
 TEST(ThermalLine, CopiesAQuotationMarkAndIsNoJsonThen) {

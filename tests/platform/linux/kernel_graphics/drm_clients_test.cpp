@@ -83,12 +83,13 @@ TEST(DrmClients, AreSeenAfterSomeCallsInAnOldProcess) {
     DrmClients clients(tree.root() / "proc");
     static_cast<void>(clients.read(address));
     addClient(tree, 17, 30, 77);
-    // 40 processes with 21 links each, 256 links a call: at most four calls for all of them.
+    // 40 processes with 22 entries and the cost of opening, 128 a call: five processes a call, or eight
+    // calls.
     int calls = 1;
-    while (clients.read(address).empty() && calls < 10) {
+    while (clients.read(address).empty() && calls < 20) {
         ++calls;
     }
-    EXPECT_LE(calls, 4);
+    EXPECT_LE(calls, 9);
 }
 
 } // namespace

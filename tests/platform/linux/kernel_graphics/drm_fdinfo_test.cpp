@@ -8,9 +8,10 @@ namespace {
 using platform::parseDrmFdInfo;
 
 TEST(DrmFdInfo, TellsCardClientAndEngineTimes) {
-    const auto info = parseDrmFdInfo("pos:\t0\ndrm-driver:\ti915\ndrm-client-id:\t7\ndrm-pdev:\t0000:00:02.0\n"
-                                     "drm-engine-render:\t9288864723 ns\ndrm-engine-video-enhance:  12 ns\n"
-                                     "drm-engine-capacity-video:\t2\ndrm-engine-video:\t8 ns");
+    const auto info =
+        parseDrmFdInfo("pos:\t0\ndrm-driver:\ti915\ndrm-client-id:\t7\ndrm-pdev:\t0000:00:02.0\n"
+                       "drm-engine-render:\t9288864723 ns\ndrm-engine-video-enhance:  12 ns\n"
+                       "drm-engine-capacity-video:\t2\ndrm-engine-video:\t8 ns");
     ASSERT_TRUE(info);
     EXPECT_EQ(info->driver, "i915");
     EXPECT_EQ(info->clientId, 7U);

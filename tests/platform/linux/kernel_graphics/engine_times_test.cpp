@@ -16,9 +16,7 @@ DrmFdInfo client(std::uint64_t id, EngineUse use, const char* engine = "gfx") {
     return info;
 }
 
-EngineUse ran(std::uint64_t nanoseconds, std::uint64_t capacity = 1) {
-    return {nanoseconds, 0, 0, capacity};
-}
+EngineUse ran(std::uint64_t nanoseconds, std::uint64_t capacity = 1) { return {nanoseconds, 0, 0, capacity}; }
 
 TEST(EngineTimes, SumOverTheClients) {
     EngineTimes times;

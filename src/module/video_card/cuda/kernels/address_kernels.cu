@@ -22,8 +22,9 @@ VEXIL_INLINE Vector ownAddresses(LongWord first, Word k) {
 
 VEXIL_MEMORY_KERNEL address_kernel_check(Word chunkBytes, Byte* base, Byte* end, Byte* flag) {
     Byte* const chunk = chunkOfBlock(base, chunkBytes);
-    if (chunk >= end)
+    if (chunk >= end) {
         return;
+    }
     const Word batched = addressedBatches(chunk, chunkBytes);
     Vector different = sameWords(0);
     for (Word at = 0; at < batched; at += batchBytes) {
@@ -31,31 +32,36 @@ VEXIL_MEMORY_KERNEL address_kernel_check(Word chunkBytes, Byte* base, Byte* end,
         prefetchAhead<true>(chunk + at, batchBytes, batched - at);
         Vector seen[vectorsInFlight];
         VEXIL_UNROLL
-        for (Word k = 0; k < vectorsInFlight; ++k)
+        for (Word k = 0; k < vectorsInFlight; ++k) {
             seen[k] = loadVector(chunk + at + k * vectorBytes);
+        }
         VEXIL_UNROLL
-        for (Word k = 0; k < vectorsInFlight; ++k)
+        for (Word k = 0; k < vectorsInFlight; ++k) {
             different |= seen[k] ^ ownAddresses(first, k);
+        }
     }
     for (Word at = batched; at < chunkBytes / longWordBytes * longWordBytes; at += longWordBytes) {
         const LongWord own = reinterpret_cast<LongWord>(chunk + at);
         different[0] |= loadWord(chunk + at) ^ static_cast<Word>(own);
         different[1] |= loadWord(chunk + at + wordBytes) ^ static_cast<Word>(own >> 32);
     }
-    if (anyBit(different))
+    if (anyBit(different)) {
         *flag = 0;
+    }
 }
 
 VEXIL_MEMORY_KERNEL address_kernel_write(Word chunkBytes, Byte* base, Byte* end) {
     Byte* const chunk = chunkOfBlock(base, chunkBytes);
-    if (chunk >= end)
+    if (chunk >= end) {
         return;
+    }
     const Word batched = addressedBatches(chunk, chunkBytes);
     for (Word at = 0; at < batched; at += batchBytes) {
         const LongWord first = reinterpret_cast<LongWord>(chunk + at);
         VEXIL_UNROLL
-        for (Word k = 0; k < vectorsInFlight; ++k)
+        for (Word k = 0; k < vectorsInFlight; ++k) {
             storeVector(chunk + at + k * vectorBytes, ownAddresses(first, k));
+        }
     }
     for (Word at = batched; at < chunkBytes / longWordBytes * longWordBytes; at += longWordBytes) {
         const LongWord own = reinterpret_cast<LongWord>(chunk + at);

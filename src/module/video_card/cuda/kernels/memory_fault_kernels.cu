@@ -8,11 +8,13 @@ VEXIL_KERNELS_BEGIN
 /// inside the memory is visited whole; block 0 descending leaves through the lower bound and the edge at
 /// once.
 VEXIL_INLINE Word walkedBytes(const Byte* chunk, Word chunkBytes, const Byte* end, bool ascending) {
-    if (chunkBytes == 0)
+    if (chunkBytes == 0) {
         return 0;
+    }
     const LongWord toEnd = static_cast<LongWord>(end - chunk);
-    if (chunkBytes - wordBytes <= toEnd)
+    if (chunkBytes - wordBytes <= toEnd) {
         return chunkBytes;
+    }
     return ascending ? static_cast<Word>(toEnd / wordBytes * wordBytes + wordBytes) : 0;
 }
 
@@ -21,8 +23,9 @@ VEXIL_INLINE Word walkedBytes(const Byte* chunk, Word chunkBytes, const Byte* en
 /// is the comparison alone, which lets the accesses flow without waiting for each other.
 template <bool ascending>
 VEXIL_INLINE bool exchangeWords(Byte* chunk, Word bytes, Word expected, Word next) {
-    if (!accessOrderShows)
+    if (!accessOrderShows) {
         return exchangeVectors(chunk, bytes, expected, next);
+    }
     constexpr Word groupBytes = wordsInFlight * wordBytes;
     const Word grouped = bytes - bytes % groupBytes;
     const Word single = bytes - grouped;
@@ -40,8 +43,9 @@ VEXIL_INLINE bool exchangeWords(Byte* chunk, Word bytes, Word expected, Word nex
             storeWordInOrder(word, next);
         }
         VEXIL_UNROLL
-        for (Word k = 0; k < wordsInFlight; ++k)
+        for (Word k = 0; k < wordsInFlight; ++k) {
             different |= seen[k] ^ expected;
+        }
     }
     for (Word done = 0; done < single; done += wordBytes) {
         Byte* const word = ascending ? chunk + grouped + done : chunk + single - wordBytes - done;
@@ -54,35 +58,41 @@ VEXIL_INLINE bool exchangeWords(Byte* chunk, Word bytes, Word expected, Word nex
 VEXIL_MEMORY_KERNEL memory_fault_kernel_check(Word chunkBytes, Byte* base, Byte* end, bool ascending,
                                               Word expected, Byte* flag) {
     Byte* const chunk = chunkOfBlock(base, chunkBytes);
-    if (chunk >= end)
+    if (chunk >= end) {
         return;
+    }
     const Word bytes = walkedBytes(chunk, chunkBytes, end, ascending);
     if (ascending ? anyWordDiffers<true>(chunk, bytes, expected)
-                  : anyWordDiffers<false>(chunk, bytes, expected))
+                  : anyWordDiffers<false>(chunk, bytes, expected)) {
         *flag = 0;
+    }
 }
 
 VEXIL_MEMORY_KERNEL memory_fault_kernel_check_write(Word chunkBytes, Byte* base, Byte* end, bool ascending,
                                                     Word expected, Word next, Byte* flag) {
     Byte* const chunk = chunkOfBlock(base, chunkBytes);
-    if (chunk >= end)
+    if (chunk >= end) {
         return;
+    }
     const Word bytes = walkedBytes(chunk, chunkBytes, end, ascending);
     if (ascending ? exchangeWords<true>(chunk, bytes, expected, next)
-                  : exchangeWords<false>(chunk, bytes, expected, next))
+                  : exchangeWords<false>(chunk, bytes, expected, next)) {
         *flag = 0;
+    }
 }
 
 VEXIL_MEMORY_KERNEL memory_fault_kernel_write(Word chunkBytes, Byte* base, Byte* end, bool ascending,
                                               Word value) {
     Byte* const chunk = chunkOfBlock(base, chunkBytes);
-    if (chunk >= end)
+    if (chunk >= end) {
         return;
+    }
     const Word bytes = walkedBytes(chunk, chunkBytes, end, ascending);
-    if (ascending)
+    if (ascending) {
         fillWords<true>(chunk, bytes, value);
-    else
+    } else {
         fillWords<false>(chunk, bytes, value);
+    }
 }
 
 VEXIL_KERNELS_END

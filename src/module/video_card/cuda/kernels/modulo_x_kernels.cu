@@ -34,22 +34,26 @@ VEXIL_INLINE void fillAround(Byte* from, Word vectors, Word value, Word other) {
         Byte* const first = from + k * periodBytes;
         storeAround<lane>(first, value, other);
         VEXIL_UNROLL
-        for (Word vector = 1; vector < vectorsPerPeriod; ++vector)
+        for (Word vector = 1; vector < vectorsPerPeriod; ++vector) {
             storeVector(first + vector * vectorBytes, sameWords(other));
+        }
     }
-    for (Word vector = whole * vectorsPerPeriod; vector < vectors; ++vector)
-        if (vector % vectorsPerPeriod == 0)
+    for (Word vector = whole * vectorsPerPeriod; vector < vectors; ++vector) {
+        if (vector % vectorsPerPeriod == 0) {
             storeAround<lane>(from + vector * vectorBytes, value, other);
-        else
+        } else {
             storeVector(from + vector * vectorBytes, sameWords(other));
+        }
+    }
 }
 
 VEXIL_MEMORY_KERNEL modulo_x_kernel_check(Word chunkBytes, Byte* base, Byte* end, Word offset, Word value,
                                           Byte* flag) {
     Byte* const chunk = chunkOfBlock(base, chunkBytes);
     const Word words = chunkBytes / wordBytes;
-    if (chunk >= end || offset >= words)
+    if (chunk >= end || offset >= words) {
         return;
+    }
     const Word count = (words - offset - 1) / period + 1;
     const Word grouped = count - count % wordsInFlight;
     const Byte* const first = chunk + offset * wordBytes;
@@ -57,16 +61,20 @@ VEXIL_MEMORY_KERNEL modulo_x_kernel_check(Word chunkBytes, Byte* base, Byte* end
     for (Word done = 0; done < grouped; done += wordsInFlight) {
         Word seen[wordsInFlight];
         VEXIL_UNROLL
-        for (Word k = 0; k < wordsInFlight; ++k)
+        for (Word k = 0; k < wordsInFlight; ++k) {
             seen[k] = loadWord(first + (done + k) * periodBytes);
+        }
         VEXIL_UNROLL
-        for (Word k = 0; k < wordsInFlight; ++k)
+        for (Word k = 0; k < wordsInFlight; ++k) {
             different |= seen[k] ^ value;
+        }
     }
-    for (Word k = grouped; k < count; ++k)
+    for (Word k = grouped; k < count; ++k) {
         different |= loadWord(first + k * periodBytes) ^ value;
-    if (different != 0)
+    }
+    if (different != 0) {
         *flag = 0;
+    }
 }
 
 // First every twentieth word, then all around them, as two walks: a store of the second that lands on a word
@@ -74,26 +82,30 @@ VEXIL_MEMORY_KERNEL modulo_x_kernel_check(Word chunkBytes, Byte* base, Byte* end
 VEXIL_MEMORY_KERNEL modulo_x_kernel_write(Word chunkBytes, Byte* base, Byte* end, Word offset, Word value,
                                           Word other) {
     Byte* const chunk = chunkOfBlock(base, chunkBytes);
-    if (chunk >= end)
+    if (chunk >= end) {
         return;
+    }
     const Word words = chunkBytes / wordBytes;
     const Word odd = offset / wordsPerVector;
     const Word vectors = offset < period ? batchedBytes(chunk, chunkBytes) / vectorBytes : 0;
     const Word inVectors = vectors > odd ? vectors * wordsPerVector : 0;
 
     Word place = offset;
-    if (!accessOrderShows && inVectors > offset)
+    if (!accessOrderShows && inVectors > offset) {
         place += (inVectors - offset + period - 1) / period * period;
+    }
     if (place < words) {
         const Word count = (words - place - 1) / period + 1;
         VEXIL_UNROLL_BY(8)
-        for (Word k = 0; k < count; ++k)
+        for (Word k = 0; k < count; ++k) {
             storeWord(chunk + (place + k * period) * wordBytes, value);
+        }
     }
 
     if (inVectors != 0) {
-        for (Word vector = 0; vector < odd; ++vector)
+        for (Word vector = 0; vector < odd; ++vector) {
             storeVector(chunk + vector * vectorBytes, sameWords(other));
+        }
         Byte* const first = chunk + odd * vectorBytes;
         switch (offset % wordsPerVector) {
         case 0:
@@ -110,9 +122,11 @@ VEXIL_MEMORY_KERNEL modulo_x_kernel_write(Word chunkBytes, Byte* base, Byte* end
             break;
         }
     }
-    for (Word i = inVectors; i < words; ++i)
-        if (i % period != offset)
+    for (Word i = inVectors; i < words; ++i) {
+        if (i % period != offset) {
             storeWord(chunk + i * wordBytes, other);
+        }
+    }
 }
 
 VEXIL_KERNELS_END

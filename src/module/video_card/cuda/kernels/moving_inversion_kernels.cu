@@ -6,10 +6,12 @@ VEXIL_KERNELS_BEGIN
 VEXIL_MEMORY_KERNEL moving_inversion_kernel_check(Word chunkBytes, Byte* base, Byte* end, Word expected,
                                                   Byte* flag) {
     Byte* const chunk = chunkOfBlock(base, chunkBytes);
-    if (chunk >= end)
+    if (chunk >= end) {
         return;
-    if (anyWordDiffers<true>(chunk, chunkBytes, expected))
+    }
+    if (anyWordDiffers<true>(chunk, chunkBytes, expected)) {
         *flag = 0;
+    }
 }
 
 // No word is read after another word of its batch was written, which this test does not ask for: it proves
@@ -17,16 +19,19 @@ VEXIL_MEMORY_KERNEL moving_inversion_kernel_check(Word chunkBytes, Byte* base, B
 VEXIL_MEMORY_KERNEL moving_inversion_kernel_check_write(Word chunkBytes, Byte* base, Byte* end, Word expected,
                                                         Word next, Byte* flag) {
     Byte* const chunk = chunkOfBlock(base, chunkBytes);
-    if (chunk >= end)
+    if (chunk >= end) {
         return;
-    if (exchangeVectors(chunk, chunkBytes, expected, next))
+    }
+    if (exchangeVectors(chunk, chunkBytes, expected, next)) {
         *flag = 0;
+    }
 }
 
 VEXIL_MEMORY_KERNEL moving_inversion_kernel_write(Word chunkBytes, Byte* base, Byte* end, Word value) {
     Byte* const chunk = chunkOfBlock(base, chunkBytes);
-    if (chunk >= end)
+    if (chunk >= end) {
         return;
+    }
     fillWords<true>(chunk, chunkBytes, value);
 }
 

@@ -27,8 +27,9 @@ VEXIL_INLINE void invertWord(Byte* word, const Byte* reference, Byte* flag) {
 VEXIL_MEMORY_KERNEL RandomNumberSequenceKernelCheck(Word chunkBytes, Byte* base, Byte* end, Byte* reference,
                                                     Byte* flag) {
     Byte* const chunk = chunkOfBlock(base, chunkBytes);
-    if (chunk >= end)
+    if (chunk >= end) {
         return;
+    }
     const Word paired = pairedBytes(chunk, reference, chunkBytes);
     Vector different = sameWords(0);
     for (Word first = 0; first < paired; first += pairBytes) {
@@ -40,20 +41,24 @@ VEXIL_MEMORY_KERNEL RandomNumberSequenceKernelCheck(Word chunkBytes, Byte* base,
             seen[k] = loadVector(chunk + first + k * vectorBytes);
         }
         VEXIL_UNROLL
-        for (Word k = 0; k < pairsInFlight; ++k)
+        for (Word k = 0; k < pairsInFlight; ++k) {
             different |= seen[k] ^ ~wanted[k];
+        }
     }
-    for (Word at = paired; at < chunkBytes; at += wordBytes)
+    for (Word at = paired; at < chunkBytes; at += wordBytes) {
         different[0] |= loadWord(chunk + at) ^ ~loadWord(reference + at);
-    if (anyBit(different))
+    }
+    if (anyBit(different)) {
         *flag = 0;
+    }
 }
 
 VEXIL_MEMORY_KERNEL RandomNumberSequenceKernelCheckWrite(Word chunkBytes, Byte* base, Byte* end,
                                                          Byte* reference, Byte* flag) {
     Byte* const chunk = chunkOfBlock(base, chunkBytes);
-    if (chunk >= end)
+    if (chunk >= end) {
         return;
+    }
     const Word paired = pairedBytes(chunk, reference, chunkBytes);
     for (Word first = 0; first < paired; first += pairBytes) {
         prefetchAhead<true>(chunk + first, pairBytes, paired - first);
@@ -69,27 +74,32 @@ VEXIL_MEMORY_KERNEL RandomNumberSequenceKernelCheckWrite(Word chunkBytes, Byte* 
             different |= seen[k] ^ wanted[k];
             storeVector(chunk + first + k * vectorBytes, ~wanted[k]);
         }
-        if (!anyBit(different))
+        if (!anyBit(different)) {
             continue;
+        }
         *flag = 0;
         // Rare: the reference of each wrong word counts as read again, and its complement is what stays.
         VEXIL_UNROLL
-        for (Word k = 0; k < pairsInFlight; ++k)
+        for (Word k = 0; k < pairsInFlight; ++k) {
             VEXIL_UNROLL
-        for (Word lane = 0; lane < wordsPerVector; ++lane)
-            if (seen[k][lane] != wanted[k][lane]) {
-                const LongWord at = first + k * vectorBytes + lane * wordBytes;
-                storeWordInOrder(chunk + at, ~loadWordInOrder(reference + at));
+            for (Word lane = 0; lane < wordsPerVector; ++lane) {
+                if (seen[k][lane] != wanted[k][lane]) {
+                    const LongWord at = first + k * vectorBytes + lane * wordBytes;
+                    storeWordInOrder(chunk + at, ~loadWordInOrder(reference + at));
+                }
             }
+        }
     }
-    for (Word at = paired; at < chunkBytes; at += wordBytes)
+    for (Word at = paired; at < chunkBytes; at += wordBytes) {
         invertWord(chunk + at, reference + at, flag);
+    }
 }
 
 VEXIL_MEMORY_KERNEL RandomNumberSequenceKernelWrite(Word chunkBytes, Byte* base, Byte* end, Byte* reference) {
     Byte* const chunk = chunkOfBlock(base, chunkBytes);
-    if (chunk >= end)
+    if (chunk >= end) {
         return;
+    }
     copyWords(chunk, reference, chunkBytes);
 }
 

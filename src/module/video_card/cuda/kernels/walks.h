@@ -29,18 +29,23 @@ template <bool ascending>
 VEXIL_INLINE void fillWords(Byte* chunk, Word bytes, Word value) {
     const Word batched = batchedBytes(chunk, bytes);
     const Word batches = batched / batchBytes;
-    if (!ascending)
-        for (Word at = bytes; at > batched; at -= wordBytes)
+    if (!ascending) {
+        for (Word at = bytes; at > batched; at -= wordBytes) {
             storeWord(chunk + at - wordBytes, value);
+        }
+    }
     for (Word batch = 0; batch < batches; ++batch) {
         Byte* const first = chunk + part<ascending>(batch, batches) * batchBytes;
         VEXIL_UNROLL
-        for (Word k = 0; k < vectorsInFlight; ++k)
+        for (Word k = 0; k < vectorsInFlight; ++k) {
             storeVector(first + part<ascending>(k, vectorsInFlight) * vectorBytes, sameWords(value));
+        }
     }
-    if (ascending)
-        for (Word at = batched; at < bytes; at += wordBytes)
+    if (ascending) {
+        for (Word at = batched; at < bytes; at += wordBytes) {
             storeWord(chunk + at, value);
+        }
+    }
 }
 
 /// Whether any word differs from `expected`; reads them all.
@@ -54,14 +59,17 @@ VEXIL_INLINE bool anyWordDiffers(const Byte* chunk, Word bytes, Word expected) {
         prefetchAhead<ascending>(first, batchBytes, batched - batch * batchBytes);
         Vector seen[vectorsInFlight];
         VEXIL_UNROLL
-        for (Word k = 0; k < vectorsInFlight; ++k)
+        for (Word k = 0; k < vectorsInFlight; ++k) {
             seen[k] = loadVector(first + part<ascending>(k, vectorsInFlight) * vectorBytes);
+        }
         VEXIL_UNROLL
-        for (Word k = 0; k < vectorsInFlight; ++k)
+        for (Word k = 0; k < vectorsInFlight; ++k) {
             different |= seen[k] ^ expected;
+        }
     }
-    for (Word at = batched; at < bytes; at += wordBytes)
+    for (Word at = batched; at < bytes; at += wordBytes) {
         different[0] |= loadWord(chunk + at) ^ expected;
+    }
     return anyBit(different);
 }
 
@@ -74,14 +82,17 @@ VEXIL_INLINE bool exchangeVectors(Byte* chunk, Word bytes, Word expected, Word n
         prefetchAhead<true>(chunk + first, batchBytes, batched - first);
         Vector seen[vectorsInFlight];
         VEXIL_UNROLL
-        for (Word k = 0; k < vectorsInFlight; ++k)
+        for (Word k = 0; k < vectorsInFlight; ++k) {
             seen[k] = loadVector(chunk + first + k * vectorBytes);
+        }
         VEXIL_UNROLL
-        for (Word k = 0; k < vectorsInFlight; ++k)
+        for (Word k = 0; k < vectorsInFlight; ++k) {
             storeVector(chunk + first + k * vectorBytes, sameWords(next));
+        }
         VEXIL_UNROLL
-        for (Word k = 0; k < vectorsInFlight; ++k)
+        for (Word k = 0; k < vectorsInFlight; ++k) {
             different |= seen[k] ^ expected;
+        }
     }
     for (Word at = batched; at < bytes; at += wordBytes) {
         different[0] |= loadWord(chunk + at) ^ expected;
@@ -97,14 +108,17 @@ VEXIL_INLINE void copyWords(Byte* to, const Byte* from, Word bytes) {
         prefetchAhead<true>(from + first, batchBytes, batched - first);
         Vector moved[vectorsInFlight];
         VEXIL_UNROLL
-        for (Word k = 0; k < vectorsInFlight; ++k)
+        for (Word k = 0; k < vectorsInFlight; ++k) {
             moved[k] = loadVector(from + first + k * vectorBytes);
+        }
         VEXIL_UNROLL
-        for (Word k = 0; k < vectorsInFlight; ++k)
+        for (Word k = 0; k < vectorsInFlight; ++k) {
             storeVector(to + first + k * vectorBytes, moved[k]);
+        }
     }
-    for (Word at = batched; at < bytes; at += wordBytes)
+    for (Word at = batched; at < bytes; at += wordBytes) {
         storeWord(to + at, loadWord(from + at));
+    }
 }
 
 VEXIL_KERNELS_END

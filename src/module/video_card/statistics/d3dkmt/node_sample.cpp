@@ -10,8 +10,7 @@ constexpr float hundredNanosecondsOfSecond = 10'000'000.0F;
 
 /// A driver that counts nonsense must not overflow a signed number.
 std::int64_t difference(std::int64_t later, std::int64_t earlier) {
-    return static_cast<std::int64_t>(static_cast<std::uint64_t>(later) -
-                                     static_cast<std::uint64_t>(earlier));
+    return static_cast<std::int64_t>(static_cast<std::uint64_t>(later) - static_cast<std::uint64_t>(earlier));
 }
 
 /// As unsigned: a counter that runs backwards counts as a very long time.

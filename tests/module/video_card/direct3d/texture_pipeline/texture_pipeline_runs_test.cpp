@@ -89,13 +89,12 @@ TEST_F(TexturePipelineCalls, BeginWithTheViewportAndTheFixedObjects) {
     const auto pixelShader = simulated::contentMark(module::video_card::shaders::patternQuadPixelShader);
     EXPECT_THAT(
         Lines(calls_.begin(), calls_.begin() + 5),
-        ElementsAre(
-            "RSSetViewports(1, [{0, 0, 1024, 1024, 0, 0}])",
-            "CreateBuffer({120, 0, 1, 0, 0, 0}, " + markOf(vertices) + ") = buffer#1",
-            "CreateVertexShader(" + vertexShader + ", null) = vertexShader#1",
-            "CreatePixelShader(" + pixelShader + ", null) = pixelShader#1",
-            "CreateInputLayout([{POSITION {0, 6, 0, 0, 0, 0}}, {TEXCOORD {0, 16, 0, 12, 0, 0}}], " +
-                vertexShader + ") = inputLayout#1"));
+        ElementsAre("RSSetViewports(1, [{0, 0, 1024, 1024, 0, 0}])",
+                    "CreateBuffer({120, 0, 1, 0, 0, 0}, " + markOf(vertices) + ") = buffer#1",
+                    "CreateVertexShader(" + vertexShader + ", null) = vertexShader#1",
+                    "CreatePixelShader(" + pixelShader + ", null) = pixelShader#1",
+                    "CreateInputLayout([{POSITION {0, 6, 0, 0, 0, 0}}, {TEXCOORD {0, 16, 0, 12, 0, 0}}], " +
+                        vertexShader + ") = inputLayout#1"));
 }
 
 /// The calls of one pass, with its textures and views numbered.

@@ -127,7 +127,8 @@ TEST_F(IntelStatistics, SurviveAMillionAnswersOfAServiceThatTalksNonsense) {
     IntelDeviceStatistics intel(machine_);
     machine_.vendor = "AuthenticAMD";
     std::vector<std::unique_ptr<IntelDeviceStatistics>> amd;
-    for (const char* caption : {"Family 21 Model 1", "Family 21 Model 20", "Family 21 Model 100", "Family 25 Model 1"}) {
+    for (const char* caption :
+         {"Family 21 Model 1", "Family 21 Model 20", "Family 21 Model 100", "Family 25 Model 1"}) {
         machine_.caption = caption;
         amd.push_back(std::make_unique<IntelDeviceStatistics>(machine_));
     }

@@ -1,0 +1,80 @@
+#include "module/video_card/machine.h"
+#include "module/video_card/statistics/composite_statistics.h"
+#include "platform/shared_library.h"
+#include "simulated/scenario/scenario.h"
+
+#include <benchmark/benchmark.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <vector>
+
+// What the live values cost on the healthy simulated machine: finding their sources once a scan, and asking a
+// card for all of its values again and again.
+namespace {
+
+using namespace vexil;
+using namespace vexil::module::video_card;
+
+std::vector<AdapterRecord> adaptersOfScenario() {
+    std::vector<AdapterRecord> adapters;
+    for (const auto& card : simulated::loadScenario(VEXIL_SCENARIO_FILE).cards) {
+        AdapterRecord adapter;
+        adapter.name = card.name;
+        adapter.vendorId = card.vendorId;
+        adapter.deviceId = card.deviceId;
+        adapter.location = card.location;
+        adapter.adapterLuids = {card.luid};
+        adapter.devicePaths = {card.devicePath()};
+        adapters.push_back(std::move(adapter));
+    }
+    return adapters;
+}
+
+StatisticsSourceLists scan(const std::vector<AdapterRecord>& adapters) {
+    return scanStatistics(systemMachine().statisticsScans(adapters));
+}
+
+void scanOfAllSources(benchmark::State& state) {
+    const auto adapters = adaptersOfScenario();
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(scan(adapters));
+    }
+}
+
+void allValuesOfACard(benchmark::State& state, std::size_t place) {
+    const auto adapters = adaptersOfScenario();
+    auto lists = scan(adapters);
+    const auto card = takeSources(lists, adapters.at(place));
+    std::int64_t celsius = 0;
+    std::uint64_t value = 0;
+    // The first question for the load waits for a second sample.
+    card->getUsage(value);
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(card->getTemperature(celsius));
+        benchmark::DoNotOptimize(card->getUsage(value));
+        benchmark::DoNotOptimize(card->getTotalMemory(value));
+        benchmark::DoNotOptimize(card->getFreeMemory(value));
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    setenv("VEXIL_SCENARIO", VEXIL_SCENARIO_FILE, 1);
+    for (const char* file : {VEXIL_STAND_INS}) {
+        if (platform::openLibraryPath(file) == nullptr) {
+            std::fprintf(stderr, "%s cannot be opened\n", file);
+            return 1;
+        }
+    }
+    benchmark::RegisterBenchmark("scan of all sources", scanOfAllSources)->Unit(benchmark::kMicrosecond);
+    for (std::size_t place = 0; place < adaptersOfScenario().size(); ++place) {
+        const auto name = "all values of " + adaptersOfScenario()[place].name;
+        benchmark::RegisterBenchmark(name.c_str(), allValuesOfACard, place)->Unit(benchmark::kMicrosecond);
+    }
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
