@@ -1,7 +1,7 @@
 #include "host/core/direct3d_need.h"
 
 #include "platform/library_names.h"
-#include "platform/shared_library.h"
+#include "system/win_module.h"
 
 #include <algorithm>
 #include <array>
@@ -15,12 +15,14 @@ constexpr std::array<std::int32_t, 7> direct3dTests = {1, 3, 17, 18, 4, 5, 21};
 } // namespace
 
 std::optional<std::string> missingDirect3dLibrary() {
+    // The module's own way of finding a library: what it finds is what counts.
+    WinModule loader;
     for (const char* name : {vexil::platform::dxgiLibrary(), vexil::platform::direct3dLibrary()}) {
-        void* library = vexil::platform::openTrustedLibrary(name);
+        void* library = loader.load(name, 0);
         if (library == nullptr) {
             return name;
         }
-        vexil::platform::closeLibrary(library);
+        loader.release(library);
     }
     return std::nullopt;
 }

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <system_error>
 
 namespace vexil::host {
 namespace {
@@ -41,11 +42,18 @@ protected:
         : folder_(
               std::filesystem::path(::testing::TempDir()) /
               (std::string("machine_") + ::testing::UnitTest::GetInstance()->current_test_info()->name())) {
+        std::error_code ignored;
+        std::filesystem::remove_all(folder_, ignored);
         std::filesystem::create_directories(folder_ / "scenarios");
         std::filesystem::copy(platform::programFolder() / "scenarios" / "healthy.json", folder_ / "scenarios",
                               std::filesystem::copy_options::overwrite_existing);
     }
-    ~SimulatedMachines() override { std::filesystem::remove_all(folder_); }
+    ~SimulatedMachines() override {
+        std::filesystem::current_path(before_);
+        // On Windows a library that is open stays.
+        std::error_code ignored;
+        std::filesystem::remove_all(folder_, ignored);
+    }
 
     [[nodiscard]] std::string errorOf(const std::string& scenario, ExitCode code = ExitCode::Usage) const {
         try {
@@ -57,6 +65,7 @@ protected:
         return "no error";
     }
 
+    std::filesystem::path before_ = std::filesystem::current_path();
     std::filesystem::path folder_;
 };
 
@@ -67,10 +76,10 @@ TEST_F(SimulatedMachines, TellTheStandInsTheirScenario) {
 }
 
 TEST_F(SimulatedMachines, TakeTheAbsolutePathOfAFile) {
-    const auto file = folder_ / "scenarios" / "healthy.json";
-    const SimulatedMachine machine(folder_, toUtf8(std::filesystem::relative(file)));
+    std::filesystem::current_path(folder_);
+    const SimulatedMachine machine(folder_, "scenarios/healthy.json");
     EXPECT_TRUE(machine.scenarioFile().is_absolute());
-    EXPECT_TRUE(std::filesystem::equivalent(machine.scenarioFile(), file));
+    EXPECT_TRUE(std::filesystem::equivalent(machine.scenarioFile(), folder_ / "scenarios" / "healthy.json"));
 }
 
 TEST_F(SimulatedMachines, OpenTheStandInsInTheOrderOfTheirNamesAndNothingElse) {
@@ -78,7 +87,8 @@ TEST_F(SimulatedMachines, OpenTheStandInsInTheOrderOfTheirNamesAndNothingElse) {
     const auto extension = built.extension();
     std::filesystem::create_directories(folder_ / "simulated");
     for (const char* name : {"libb", "liba", "libc"}) {
-        std::filesystem::copy(built, (folder_ / "simulated" / name).replace_extension(extension));
+        std::filesystem::copy(built, (folder_ / "simulated" / name).replace_extension(extension),
+                              std::filesystem::copy_options::skip_existing);
     }
     std::ofstream(folder_ / "simulated" / "notes.txt") << "no library";
     const SimulatedMachine machine(folder_, "healthy");
