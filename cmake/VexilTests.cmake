@@ -7,24 +7,11 @@
 #   SERIAL     the tests measure time or share one thing of the machine: none runs beside another test
 #   NEEDS      programs and libraries that the tests load or start
 #
-# A program that starts a graphics driver or the whole program has the label "driver"; all others have "unit" and are
-# built by the target vexil_unit_tests: they are what runs under the sanitizers, where drivers report leaks and races of
-# their own.
-set(VEXIL_DRIVER_TESTS
-  host_program_tests
-  vexil_adl_loading_tests
-  vexil_direct3d_host_memory_tests
-  vexil_direct3d_tests
-  vexil_direct_compute_tests
-  vexil_kernel_graphics_tests
-  vexil_loaded_module_tests
-  vexil_machine_tests
-  vexil_module_lifetime_tests
-  vexil_nvapi_loading_tests
-  vexil_simulated_direct3d_library_tests
-  vexil_simulated_direct3d_tests
-  vexil_texture_pipeline_tests)
-add_custom_target(vexil_unit_tests)
+# The programs of this list have the label "sanitized" and are built by the target vexil_sanitized_tests: they are what
+# scripts/test --sanitize runs. Programs that start a graphics driver do not belong here, since drivers report leaks and
+# races of their own.
+set(VEXIL_SANITIZED_TESTS vexil_random_tests vexil_scenario_tests vexil_utils_tests)
+add_custom_target(vexil_sanitized_tests)
 
 function(vexil_add_tests name)
   cmake_parse_arguments(PARSE_ARGV 1 tests "SERIAL" "DATA" "SOURCES;LIBRARIES;LABELS;NEEDS")
@@ -42,11 +29,9 @@ function(vexil_add_tests name)
     add_dependencies(${name} ${tests_NEEDS})
   endif()
 
-  if(name IN_LIST VEXIL_DRIVER_TESTS)
-    list(APPEND tests_LABELS driver)
-  else()
-    list(APPEND tests_LABELS unit)
-    add_dependencies(vexil_unit_tests ${name})
+  if(name IN_LIST VEXIL_SANITIZED_TESTS)
+    list(APPEND tests_LABELS sanitized)
+    add_dependencies(vexil_sanitized_tests ${name})
   endif()
 
   set(properties TIMEOUT 300)
