@@ -10,7 +10,9 @@ namespace {
 
 /// The error of a scenario with this text, or an empty text if it has none.
 std::string errorOf(const std::string& json) {
-    const auto file = std::filesystem::path(testing::TempDir()) / "broken.json";
+    // A name of its own for each test: ctest runs several at a time.
+    const std::string name = testing::UnitTest::GetInstance()->current_test_info()->name();
+    const auto file = std::filesystem::path(testing::TempDir()) / (name + ".json");
     std::ofstream(file) << json;
     try {
         static_cast<void>(loadScenario(file.string()));
