@@ -13,7 +13,7 @@ set(VEXIL_SANITIZE "" CACHE STRING "Sanitizers to build with, as -fsanitize take
 if(VEXIL_SANITIZE)
   # The extra code of the sanitizers makes this warning see ghosts in the standard library.
   target_compile_options(vexil_options INTERFACE
-    -fsanitize=${VEXIL_SANITIZE} -fno-omit-frame-pointer -g -Wno-maybe-uninitialized)
+    -fsanitize=${VEXIL_SANITIZE} -fno-omit-frame-pointer -Wno-maybe-uninitialized)
   target_link_options(vexil_options INTERFACE -fsanitize=${VEXIL_SANITIZE})
 endif()
 

@@ -1,20 +1,23 @@
-# vexil_add_tests(NAME SOURCES... [LIBRARIES...] [LABELS...] [DATA FOLDER] [SERIAL] [NEEDS TARGET...])
+# vexil_add_tests(NAME SOURCES... [LIBRARIES...] [LABELS...] [DATA FOLDER] [SERIAL] [DRIVER] [FOREIGN_THREADS]
+#                 [NEEDS TARGET...])
 #
 # A test program that ctest runs test by test, on both homes: a Windows program runs under Wine.
 #   LIBRARIES  what it links beside GoogleTest
 #   LABELS     for ctest -L, beside the name of the program, which is always one
 #   DATA       a folder of this directory that the tests read; its path is the macro VEXIL_TEST_DATA
 #   SERIAL     the tests measure time or share one thing of the machine: none runs beside another test
+#   DRIVER     the tests start a graphics driver, which has leaks and races of its own: no sanitizer
+#   FOREIGN_THREADS  threads meet in libraries that the thread sanitizer does not see into: no thread sanitizer
 #   NEEDS      programs and libraries that the tests load or start
 #
-# The programs of this list have the label "sanitized" and are built by the target vexil_sanitized_tests: they are what
-# scripts/test --sanitize runs. Programs that start a graphics driver do not belong here, since drivers report leaks and
-# races of their own.
-set(VEXIL_SANITIZED_TESTS vexil_random_tests vexil_scenario_tests vexil_utils_tests)
-add_custom_target(vexil_sanitized_tests)
+# What a sanitizer runs has the label "sanitized-address" or "sanitized-thread", and is built by the target of the name
+# vexil_sanitized_address_tests or vexil_sanitized_thread_tests.
+foreach(sanitizer address thread)
+  add_custom_target(vexil_sanitized_${sanitizer}_tests)
+endforeach()
 
 function(vexil_add_tests name)
-  cmake_parse_arguments(PARSE_ARGV 1 tests "SERIAL" "DATA" "SOURCES;LIBRARIES;LABELS;NEEDS")
+  cmake_parse_arguments(PARSE_ARGV 1 tests "SERIAL;DRIVER;FOREIGN_THREADS" "DATA" "SOURCES;LIBRARIES;LABELS;NEEDS")
   if(tests_UNPARSED_ARGUMENTS OR NOT tests_SOURCES)
     message(FATAL_ERROR "vexil_add_tests(${name}): no SOURCES, or unknown words: ${tests_UNPARSED_ARGUMENTS}")
   endif()
@@ -22,6 +25,10 @@ function(vexil_add_tests name)
   add_executable(${name} ${tests_SOURCES})
   target_link_libraries(${name} PRIVATE ${tests_LIBRARIES} vexil_options GTest::gtest_main GTest::gmock)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  if(VEXIL_SANITIZE)
+    # The optimiser takes most of the time of a sanitized build, and speeds up what is tested, not the tests.
+    target_compile_options(${name} PRIVATE -O0)
+  endif()
   if(tests_DATA)
     target_compile_definitions(${name} PRIVATE "VEXIL_TEST_DATA=\"${CMAKE_CURRENT_SOURCE_DIR}/${tests_DATA}\"")
   endif()
@@ -29,10 +36,16 @@ function(vexil_add_tests name)
     add_dependencies(${name} ${tests_NEEDS})
   endif()
 
-  if(name IN_LIST VEXIL_SANITIZED_TESTS)
-    list(APPEND tests_LABELS sanitized)
-    add_dependencies(vexil_sanitized_tests ${name})
+  set(sanitizers address thread)
+  if(tests_DRIVER)
+    set(sanitizers)
+  elseif(tests_FOREIGN_THREADS)
+    set(sanitizers address)
   endif()
+  foreach(sanitizer ${sanitizers})
+    list(APPEND tests_LABELS sanitized-${sanitizer})
+    add_dependencies(vexil_sanitized_${sanitizer}_tests ${name})
+  endforeach()
 
   set(properties TIMEOUT 300)
   if(tests_SERIAL)

@@ -106,3 +106,9 @@ debian_download_source() {
     (cd "$folder" && quietly "$CACHE_LOGS/download-$(basename "$folder").log" \
         apt-get -c "$conf" -q source --download-only "$3")
 }
+
+# unpack_tar FILE FOLDER: without the folder that everything in the file lies in.
+unpack_tar() {
+    mkdir -p "$2"
+    tar -xf "$1" -C "$2" --strip-components=1
+}

@@ -48,11 +48,6 @@ unpack_dxvk_source() {
     cp -r "$headers/usr/include/spirv" "$source/include/spirv/include/"
 }
 
-unpack_tar() {
-    mkdir -p "$2"
-    tar -xf "$1" -C "$2" --strip-components=1
-}
-
 # A display without a refresh rate (Xvfb's) reports 0, by which DXVK divides: take it as 60 Hz.
 mend_dxvk_refresh_rate() {
     local old='uint32_t(mode.refresh_rate) \* 1000'

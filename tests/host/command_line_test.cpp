@@ -1,6 +1,7 @@
 #include "host/core/utf8_path.h"
 #include "host/platform/process.h"
 #include "host/subprocess.h"
+#include "support/test_folder.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -50,7 +51,7 @@ TEST_F(CommandLine, WritesNoEscapeSequencesIntoAFile) {
 }
 
 TEST_F(CommandLine, WritesAReport) {
-    const auto file = std::filesystem::path(::testing::TempDir()) / "command_line.json";
+    const auto file = vexil::tests::testFolder() / "command_line.json";
     const auto end = run({"run", "--tests", "1", "--report", toUtf8(file)});
     EXPECT_EQ(end.code, 0);
     std::ifstream stream(file);
@@ -72,7 +73,7 @@ TEST_F(CommandLine, NamesAModuleThatCannotBeLoaded) {
 }
 
 TEST_F(CommandLine, NamesAScenarioThatIsNoJson) {
-    const auto file = std::filesystem::path(::testing::TempDir()) / "no_json.json";
+    const auto file = vexil::tests::testFolder() / "no_json.json";
     std::ofstream(file) << "cards";
     const auto end = tests::runProgram({"--machine", "simulated:" + toUtf8(file), "cards"});
     EXPECT_EQ(end.code, 2);

@@ -1,6 +1,7 @@
 #include "host/cli/host_program.h"
 #include "host/core/utf8_path.h"
 #include "host/platform/process.h"
+#include "support/test_folder.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -145,7 +146,7 @@ TEST_F(HostProgram, SetsParameters) {
 }
 
 TEST_F(HostProgram, WritesReportsOfBothForms) {
-    const auto folder = std::filesystem::path(::testing::TempDir());
+    const auto folder = vexil::tests::testFolder();
     const auto json = toUtf8(folder / "program.json");
     const auto html = toUtf8(folder / "program.html");
     const auto answer =
@@ -165,8 +166,8 @@ TEST_F(HostProgram, WritesReportsOfBothForms) {
 }
 
 TEST_F(HostProgram, FindsAnUnwritableReportOutBeforeTheRun) {
-    const auto path = toUtf8(std::filesystem::path(::testing::TempDir()) / "no" / "such" / "r.json");
-    const auto good = std::filesystem::path(::testing::TempDir()) / "good.json";
+    const auto path = toUtf8(vexil::tests::testFolder() / "no" / "such" / "r.json");
+    const auto good = vexil::tests::testFolder() / "good.json";
     std::filesystem::remove(good);
     const auto answer = run({"run", "--report", toUtf8(good), "--report", path});
     EXPECT_EQ(answer.code, 2);

@@ -1,5 +1,6 @@
 #include "host/core/exit_code.h"
 #include "host/core/language.h"
+#include "support/test_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -13,11 +14,7 @@ using Lines = std::vector<std::string>;
 
 class Languages : public ::testing::Test {
 protected:
-    Languages()
-        : folder_(
-              std::filesystem::path(::testing::TempDir()) /
-              (std::string("languages_") + ::testing::UnitTest::GetInstance()->current_test_info()->name())) {
-        std::filesystem::create_directories(folder_);
+    Languages() : folder_(vexil::tests::testFolder()) {
         write("en.json",
               R"x({"code":"en","texts":{"SURFACES":"Surfaces tested","OK":"Fine","END._":"It ended.",
                              "AGAIN.":"Try again.","(KEY)":"Bracketed"}})x");

@@ -3,6 +3,7 @@
 #include "host/core/simulated_machine.h"
 #include "host/core/utf8_path.h"
 #include "host/platform/process.h"
+#include "support/test_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -38,10 +39,7 @@ TEST(Machines, AreRefusedByAnyOtherName) {
 
 class SimulatedMachines : public ::testing::Test {
 protected:
-    SimulatedMachines()
-        : folder_(
-              std::filesystem::path(::testing::TempDir()) /
-              (std::string("machine_") + ::testing::UnitTest::GetInstance()->current_test_info()->name())) {
+    SimulatedMachines() : folder_(vexil::tests::testFolder()) {
         std::error_code ignored;
         std::filesystem::remove_all(folder_, ignored);
         std::filesystem::create_directories(folder_ / "scenarios");

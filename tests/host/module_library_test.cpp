@@ -3,6 +3,7 @@
 #include "host/core/session.h"
 #include "host/core/utf8_path.h"
 #include "host/platform/process.h"
+#include "support/test_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -47,7 +48,7 @@ TEST_F(ModuleLibraries, NameAFileThatIsNotThere) {
 }
 
 TEST_F(ModuleLibraries, NameAFileThatIsNoLibrary) {
-    const auto file = std::filesystem::path(::testing::TempDir()) / "no_library.so";
+    const auto file = vexil::tests::testFolder() / "no_library.so";
     std::ofstream(file) << "text";
     EXPECT_TRUE(errorOf(file).starts_with(refusal(file)));
     EXPECT_GT(errorOf(file).size(), refusal(file).size());

@@ -3,6 +3,7 @@
 #include "host/core/report_file.h"
 #include "host/core/utf8_path.h"
 #include "host/sample_report.h"
+#include "support/test_folder.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -15,13 +16,7 @@ namespace {
 
 class ReportFiles : public ::testing::Test {
 protected:
-    ReportFiles()
-        : folder_(
-              std::filesystem::path(::testing::TempDir()) /
-              (std::string("reports_") + ::testing::UnitTest::GetInstance()->current_test_info()->name())) {
-        std::filesystem::remove_all(folder_);
-        std::filesystem::create_directories(folder_);
-    }
+    ReportFiles() : folder_(vexil::tests::testFolder()) {}
     ~ReportFiles() override { std::filesystem::remove_all(folder_); }
 
     [[nodiscard]] std::string path(const std::string& name) const {

@@ -2,6 +2,7 @@
 
 #include "host/core/utf8_path.h"
 #include "host/platform/process.h"
+#include "support/test_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -30,10 +31,7 @@ std::string inQuotationMarks(const std::string& text) { return '"' + text + '"';
 } // namespace
 
 ProgramEnd runProgram(const std::vector<std::string>& arguments) {
-    const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
-    std::string name = test->name();
-    std::ranges::replace(name, '/', '_');
-    const auto base = std::filesystem::path(::testing::TempDir()) / ("vxe_host_" + name);
+    const auto base = vexil::tests::testFolder() / "vxe-host";
     auto command = inQuotationMarks(toUtf8(platform::programFolder() / "vxe-host"));
     for (const auto& argument : arguments) {
         command += ' ' + inQuotationMarks(argument);

@@ -1,4 +1,5 @@
 #include "host/subprocess.h"
+#include "support/test_folder.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -21,7 +22,7 @@ Json jsonOf(const std::vector<std::string>& arguments) {
 
 /// The report of a run on a simulated machine, with the program's exit code in it.
 Json reportOf(const std::string& scenario, const std::vector<std::string>& options) {
-    const auto file = std::filesystem::path(testing::TempDir()) / ("report_" + scenario + ".json");
+    const auto file = vexil::tests::testFolder() / ("report_" + scenario + ".json");
     std::vector<std::string> arguments = {"--machine", "simulated:" + scenario, "run", "--report",
                                           file.string()};
     arguments.insert(arguments.end(), options.begin(), options.end());
@@ -164,7 +165,7 @@ TEST(SimulatedMachine, FillsTheMemoryThatACardReallyHasInTheExtendedTest) {
 }
 
 TEST(SimulatedMachine, SaysWhatIsWrongWithAScenario) {
-    const auto file = std::filesystem::path(testing::TempDir()) / "misspelt.json";
+    const auto file = vexil::tests::testFolder() / "misspelt.json";
     std::ofstream(file)
         << R"({"schema": "vexil.scenario/1", "cards": [{"vendorId": "10DE", "deviceId": "2503",
         "location": "01:00.0", "direct3d": {"fualts": []}}]})";

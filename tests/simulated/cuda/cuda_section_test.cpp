@@ -1,4 +1,5 @@
 #include "simulated/scenario/scenario.h"
+#include "support/test_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +13,7 @@ using namespace simulated;
 namespace {
 
 Scenario load(const std::string& cuda, const std::string& beside = "") {
-    const auto file = std::filesystem::path(testing::TempDir()) / "cuda.json";
+    const auto file = testFolder() / "cuda.json";
     std::ofstream(file) << R"({"schema": "vexil.scenario/1", )" << beside
                         << R"("cards": [{"vendorId": "10DE", "deviceId": "2503", "location": "0a:00.0")"
                         << (cuda.empty() ? "" : ", \"cuda\": " + cuda) << "}]}";

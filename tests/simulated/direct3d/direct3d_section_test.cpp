@@ -1,5 +1,6 @@
 #include "simulated/scenario/direct3d_section.h"
 #include "simulated/scenario/scenario.h"
+#include "support/test_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +13,7 @@ namespace {
 
 /// A scenario of one card with this section.
 Scenario scenarioWith(const std::string& section) {
-    const auto file = std::filesystem::path(testing::TempDir()) / "direct3d_section.json";
+    const auto file = tests::testFolder() / "direct3d_section.json";
     std::ofstream(file)
         << R"({"schema": "vexil.scenario/1", "cards": [{"vendorId": "10DE", "deviceId": "2503",
                                "location": "01:00.0", "direct3d": )" +

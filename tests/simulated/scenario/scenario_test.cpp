@@ -1,4 +1,5 @@
 #include "simulated/scenario/scenario.h"
+#include "support/test_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -10,9 +11,7 @@ namespace {
 
 /// The error of a scenario with this text, or an empty text if it has none.
 std::string errorOf(const std::string& json) {
-    // A name of its own for each test: ctest runs several at a time.
-    const std::string name = testing::UnitTest::GetInstance()->current_test_info()->name();
-    const auto file = std::filesystem::path(testing::TempDir()) / (name + ".json");
+    const auto file = tests::testFolder() / "scenario.json";
     std::ofstream(file) << json;
     try {
         static_cast<void>(loadScenario(file.string()));
@@ -105,7 +104,7 @@ TEST(Scenario, IsValidInEveryFileThatComesWithTheProgram) {
 }
 
 TEST(FieldReader, TakesNumbersInDecimalAndHexadecimal) {
-    const auto file = std::filesystem::path(testing::TempDir()) / "numbers.json";
+    const auto file = tests::testFolder() / "numbers.json";
     std::ofstream(file) << R"({"a": 7, "b": "0x1F", "c": "0x", "d": -1, "e": 1.5, "f": "0x11112222333344445",
                                "g": "E_FAIL", "h": 99})";
     auto reader = readJsonFile(file.string());
@@ -121,7 +120,7 @@ TEST(FieldReader, TakesNumbersInDecimalAndHexadecimal) {
 }
 
 TEST(FieldReader, TakesWordsOfAFixedListAndRealNumbersOfARange) {
-    const auto file = std::filesystem::path(testing::TempDir()) / "words.json";
+    const auto file = tests::testFolder() / "words.json";
     std::ofstream(file) << R"({"word": "two", "real": 0.5})";
     auto reader = readJsonFile(file.string());
     EXPECT_EQ(reader.choice("word", {"one", "two"}), 1U);

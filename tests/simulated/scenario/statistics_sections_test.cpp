@@ -1,4 +1,5 @@
 #include "simulated/scenario/scenario.h"
+#include "support/test_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +12,7 @@ namespace {
 
 /// A scenario of one card at 0a:1f.2 with these fields more, and these of the whole.
 Scenario load(const std::string& cardFields, const std::string& fields = "") {
-    const auto file = std::filesystem::path(testing::TempDir()) / "statistics.json";
+    const auto file = tests::testFolder() / "statistics.json";
     std::ofstream(file)
         << R"({"schema": "vexil.scenario/1", "cards": [{"vendorId": "10DE", "deviceId": "2503",
                                "location": "0a:1f.2")"

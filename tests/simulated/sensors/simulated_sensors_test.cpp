@@ -5,6 +5,7 @@
 #include "platform/shared_library.h"
 #include "simulated/scenario/scenario.h"
 #include "support/environment.h"
+#include "support/test_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -33,8 +34,7 @@ protected:
 
     void describe(const std::string& machine, const std::string& card = "") {
         static int count = 0;
-        const auto file = std::filesystem::path(testing::TempDir()) /
-                          ("vexil-sensors-" + std::to_string(++count) + ".json");
+        const auto file = testFolder() / ("vexil-sensors-" + std::to_string(++count) + ".json");
         std::ofstream(file) << R"({"schema": "vexil.scenario/1", )" << machine
                             << (machine.empty() ? "" : ", ")
                             << R"("cards": [{"vendorId": "8086", "deviceId": "3E92", "location": "00:02.0")"

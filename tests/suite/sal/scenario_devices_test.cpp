@@ -1,5 +1,6 @@
 #include "device_source.h"
 #include "simulated/scenario/scenario.h"
+#include "support/test_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -19,7 +20,7 @@ protected:
     }
     ~ScenarioDevicesTest() override { std::filesystem::remove(file_); }
 
-    std::filesystem::path file_ = std::filesystem::path(testing::TempDir()) / "scenario_devices.json";
+    std::filesystem::path file_ = tests::testFolder() / "scenario_devices.json";
     std::unique_ptr<DeviceSource> source_;
 };
 

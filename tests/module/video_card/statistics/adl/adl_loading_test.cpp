@@ -2,6 +2,7 @@
 #include "module/video_card/adapter_record.h"
 #include "module/video_card/statistics/adl/adl_scanner.h"
 #include "platform/shared_library.h"
+#include "support/test_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -30,8 +31,7 @@ protected:
     }
     /// A scenario of one AMD card at 0a:00.0 and a section "adl" for the library.
     void writeScenario(const std::string& card, const std::string& library) {
-        const auto name = std::string(testing::UnitTest::GetInstance()->current_test_info()->name());
-        const auto file = std::filesystem::path(testing::TempDir()) / (name + ".json");
+        const auto file = testFolder() / "scenario.json";
         std::ofstream(file) << R"({"schema": "vexil.scenario/1", "adl": )" << library
                             << R"(, "cards": [{"vendorId": "1002", "deviceId": "73DF",
                                   "location": "0a:00.0", "adl": )"
@@ -91,7 +91,7 @@ TEST_F(AdlLoading, LacksEachFunctionThatTheScenarioTakesAway) {
           {"ADL_Adapter_MemoryInfo_Get", true, true, false},
           {"ADL2_Adapter_VRAMUsage_Get", true, true, false}}) {
         // The loader reads a scenario once, so each has a file of its own.
-        const auto file = std::filesystem::path(testing::TempDir()) / (std::string(name) + ".json");
+        const auto file = testFolder() / (std::string(name) + ".json");
         std::ofstream(file) << R"({"schema": "vexil.scenario/1", "adl": {"missingFunctions": [")" << name
                             << R"("]}, "cards": [{"vendorId": "1002", "deviceId": "73DF",
                                  "location": "0a:00.0", "adl": )"
