@@ -19,6 +19,7 @@ struct CommandContext {
 [[nodiscard]] ExitCode listCardsCommand(const CommandContext& context);
 [[nodiscard]] ExitCode listTestsCommand(const CommandContext& context);
 [[nodiscard]] ExitCode runCommand(const CommandContext& context);
+[[nodiscard]] ExitCode selfCheckCommand(const CommandContext& context);
 
 /// Opens the machine that the options choose. `announce` says in a line which one it is.
 [[nodiscard]] Session openSession(const CommandContext& context, bool needsCard, bool announce);

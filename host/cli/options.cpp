@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <map>
 
 namespace vexil::host {
 
@@ -14,6 +15,13 @@ constexpr const char* exitCodes =
     "Exit codes: 0 every run passed, 1 a card failed, 2 the request cannot be met as made,\n"
     "3 no card failed but some run ended without a verdict, 4 memory of a card could not be released,\n"
     "70 an internal error. A failed card outranks 4, 4 outranks 70, and 70 outranks 3.";
+
+const std::map<std::string, Command> commands = {
+    {"cards", Command::Cards},
+    {"tests", Command::Tests},
+    {"run", Command::Run},
+    {"selfcheck", Command::SelfCheck},
+};
 
 std::string oneLine(std::string text) {
     std::ranges::replace(text, '\n', ' ');
@@ -52,6 +60,11 @@ void defineRun(CLI::App& app, Options& options) {
         ->take_all();
 }
 
+void defineSelfCheck(CLI::App& app) {
+    app.add_subcommand("selfcheck",
+                       "Break simulated cards in known ways, and show that each test finds its fault");
+}
+
 } // namespace
 
 ParsedArguments parseArguments(const std::vector<std::string>& arguments) {
@@ -73,6 +86,7 @@ ParsedArguments parseArguments(const std::vector<std::string>& arguments) {
     defineCards(app, options);
     defineTests(app, options);
     defineRun(app, options);
+    defineSelfCheck(app);
     try {
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
     } catch (const CLI::CallForHelp&) {
@@ -85,10 +99,9 @@ ParsedArguments parseArguments(const std::vector<std::string>& arguments) {
     }
     const auto chosen = app.get_subcommands();
     if (chosen.empty()) {
-        throw UsageError("no command is named: there is cards, tests and run (--help tells more)");
+        throw UsageError("no command is named: there is cards, tests, run and selfcheck (--help tells more)");
     }
-    const auto name = chosen.front()->get_name();
-    options.command = name == "run" ? Command::Run : name == "tests" ? Command::Tests : Command::Cards;
+    options.command = commands.at(chosen.front()->get_name());
     return {std::move(options), {}};
 }
 

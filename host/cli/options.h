@@ -8,7 +8,7 @@
 
 namespace vexil::host {
 
-enum class Command { Cards, Tests, Run };
+enum class Command { Cards, Tests, Run, SelfCheck };
 
 /// What the command line asks for.
 struct Options {

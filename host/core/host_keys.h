@@ -63,6 +63,14 @@ inline constexpr const char* operatingSystem = "HOST_OPERATING_SYSTEM";
 inline constexpr const char* startedAt = "HOST_STARTED_AT";
 inline constexpr const char* writtenTo = "HOST_WRITTEN_TO";
 
+inline constexpr const char* required = "HOST_REQUIRED";
+inline constexpr const char* got = "HOST_GOT";
+inline constexpr const char* notRunHere = "HOST_NOT_RUN_HERE";
+inline constexpr const char* countAsRequired = "HOST_COUNT_AS_REQUIRED";
+inline constexpr const char* countOtherwise = "HOST_COUNT_OTHERWISE";
+inline constexpr const char* selfCheckPassed = "HOST_SELF_CHECK_PASSED";
+inline constexpr const char* selfCheckFailed = "HOST_SELF_CHECK_FAILED";
+
 // clang-format off
 inline constexpr std::array all = {
     passed, failed, cleanupFailed, deviceUnavailable, notSupported, notCompleted, unknownResult,
@@ -70,7 +78,8 @@ inline constexpr std::array all = {
     verdictProgramError, realMachine, simulatedMachine, simulatedForLackOfCards, noCards, direct3dMissing, noWorker,
     stopping, card, cards, cardWithoutId, temperature, load, freeMemory, test, tests, result, time, messages,
     parameters, defaultValue, supportedBy, noCardSupports, everyCard, notAvailable, notOffered, nothingToRun,
-    summary, reportTitle, machine, module, operatingSystem, startedAt, writtenTo,
+    summary, reportTitle, machine, module, operatingSystem, startedAt, writtenTo, required, got,
+    notRunHere, countAsRequired, countOtherwise, selfCheckPassed, selfCheckFailed,
 };
 // clang-format on
 

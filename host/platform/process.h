@@ -12,7 +12,8 @@ namespace vexil::host::platform {
 /// What stands behind the program's name on the command line.
 [[nodiscard]] std::vector<std::string> commandLineArguments(int count, const char* const* values);
 
-/// The folder of the running program.
+/// The running program, and its folder.
+[[nodiscard]] std::filesystem::path programFile();
 [[nodiscard]] std::filesystem::path programFolder();
 
 [[nodiscard]] std::optional<std::string> environmentVariable(const std::string& name);

@@ -36,6 +36,7 @@ Scenario loadScenario(const std::string& file) {
     scenario.nvapi = readNvapi(reader);
     scenario.processor = readProcessorSection(reader);
     scenario.driverService = readDriverServiceSection(reader);
+    scenario.required = readRequiredOutcomes(reader);
     reader.finish();
     return scenario;
 }

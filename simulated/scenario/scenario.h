@@ -2,6 +2,7 @@
 
 #include "simulated/scenario/field_reader.h"
 #include "simulated/scenario/processor_section.h"
+#include "simulated/scenario/required_outcome.h"
 #include "simulated/scenario/scenario_card.h"
 
 #include <optional>
@@ -19,6 +20,7 @@ struct Scenario {
     NvapiSection nvapi;
     ProcessorSection processor;
     DriverServiceSection driverService;
+    std::vector<RequiredOutcome> required; ///< what `vxe-host selfcheck` compares with
 };
 
 /// Reads and checks a scenario file, every section of it. Throws `ScenarioError`.

@@ -27,11 +27,13 @@ std::vector<std::string> commandLineArguments(int count, const char* const* valu
     return {values + (count > 0 ? 1 : 0), values + count};
 }
 
-std::filesystem::path programFolder() {
+std::filesystem::path programFile() {
     std::error_code error;
     const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
-    return error ? std::filesystem::current_path() : program.parent_path();
+    return error ? std::filesystem::current_path() / "vxe-host" : program;
 }
+
+std::filesystem::path programFolder() { return programFile().parent_path(); }
 
 std::optional<std::string> environmentVariable(const std::string& name) {
     const char* value = std::getenv(name.c_str());

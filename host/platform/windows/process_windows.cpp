@@ -43,12 +43,14 @@ std::vector<std::string> commandLineArguments(int, const char* const*) {
     return arguments;
 }
 
-std::filesystem::path programFolder() {
+std::filesystem::path programFile() {
     std::wstring buffer(32768, L'\0');
     const DWORD length = GetModuleFileNameW(nullptr, buffer.data(), static_cast<DWORD>(buffer.size()));
     buffer.resize(length);
-    return std::filesystem::path(buffer).parent_path();
+    return buffer;
 }
+
+std::filesystem::path programFolder() { return programFile().parent_path(); }
 
 std::optional<std::string> environmentVariable(const std::string& name) {
     const wchar_t* value = _wgetenv(toWide(name).c_str());

@@ -1,0 +1,88 @@
+#include "core/test_result.h"
+#include "host/core/exit_code.h"
+#include "host/core/self_check.h"
+#include "host/platform/process.h"
+#include "support/test_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fstream>
+#include <set>
+
+namespace vexil::host {
+namespace {
+
+CheckedOutcome outcome(std::optional<std::uint8_t> result, std::vector<std::string> messages) {
+    return {"0100", 1, "VIDEO_MEMORY_TEST", {1, 3, {"A", "SURFACES: *"}, {}}, result, std::move(messages)};
+}
+
+TEST(CheckedOutcome, IsAsRequiredWithTheResultAndTheMessagesInTheirOrder) {
+    EXPECT_TRUE(outcome(3, {"A", "SURFACES: 1/2"}).asRequired());
+    EXPECT_FALSE(outcome(1, {"A", "SURFACES: 1/2"}).asRequired());
+    EXPECT_FALSE(outcome(3, {"SURFACES: 1/2", "A"}).asRequired());
+    EXPECT_FALSE(outcome(3, {"A"}).asRequired());
+    EXPECT_FALSE(outcome(3, {"A", "SURFACES: 1/2", "B"}).asRequired());
+    EXPECT_FALSE(outcome(3, {"AB", "SURFACES: 1/2"}).asRequired());
+    EXPECT_FALSE(outcome(3, {"A", "SURFACE"}).asRequired());
+}
+
+TEST(CheckedOutcome, IsNotAsRequiredWhereTheTestRanOnNoCard) {
+    EXPECT_FALSE(outcome(std::nullopt, {}).asRequired());
+}
+
+TEST(SelfCheck, HasSomethingRequiredOfEveryBuiltInScenario) {
+    const auto machines = selfCheckMachines(platform::programFolder());
+    const auto folder = platform::programFolder() / "scenarios";
+    const auto files = std::distance(std::filesystem::directory_iterator(folder), {});
+    EXPECT_EQ(machines.size(), static_cast<std::size_t>(files));
+    EXPECT_TRUE(std::ranges::is_sorted(machines, {}, &SelfCheckMachine::scenario));
+}
+
+TEST(SelfCheck, BreaksACardForEveryTestThatCanFail) {
+    std::set<std::int32_t> broken;
+    for (const auto& machine : selfCheckMachines(platform::programFolder())) {
+        for (const auto& required : machine.required) {
+            if (required.result == core::TestResult::Failed) {
+                broken.insert(required.test);
+            }
+        }
+    }
+    for (const std::int32_t test : {1, 3, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20}) {
+        EXPECT_TRUE(broken.contains(test)) << "no scenario shows test " << test << " finding a fault";
+    }
+}
+
+TEST(SelfCheck, NamesAScenarioThatCannotBeRead) {
+    const auto folder = vexil::tests::testFolder();
+    std::filesystem::create_directories(folder / "scenarios");
+    std::ofstream(folder / "scenarios" / "odd.json")
+        << R"({"schema": "vexil.scenario/1", "required": [{"test": 1, "result": 9}]})";
+    try {
+        static_cast<void>(selfCheckMachines(folder));
+        FAIL();
+    } catch (const UsageError& error) {
+        EXPECT_NE(std::string(error.what()).find("odd.json: required[0].result: "), std::string::npos)
+            << error.what();
+    }
+}
+
+TEST(SelfCheck, SaysWhichScenarioCameToNoReport) {
+    const SelfCheckMachine machine{"no_such_scenario", "", {{1, 1, {}, {}}}};
+    try {
+        static_cast<void>(checkMachine(platform::programFile().parent_path() / "vxe-host", "", machine));
+        FAIL();
+    } catch (const InternalError& error) {
+        EXPECT_NE(std::string(error.what()).find("'no_such_scenario' ended with 2 and left no report: "),
+                  std::string::npos)
+            << error.what();
+    }
+}
+
+TEST(SelfCheck, SaysWhyAProgramCannotBeStarted) {
+    const SelfCheckMachine machine{"healthy", "", {{1, 1, {}, {}}}};
+    EXPECT_THROW(static_cast<void>(checkMachine("no-such-program", "", machine)), InternalError);
+}
+
+} // namespace
+} // namespace vexil::host
