@@ -42,7 +42,7 @@ void show(const CommandContext& context, const CheckedOutcome& outcome) {
         outcome.result ? language.text(resultKey(*outcome.result)) : language.text(keys::notRunHere);
     terminal.line(fmt::format("  {} {}  {}  {}",
                               terminal.paint(terminal.glyph(good ? "✓" : "✗", good ? "+" : "x"), style),
-                              fit(outcome.card, 4), fit(name, 48), terminal.paint(result, style)));
+                              fit(outcome.card, 4), fit(name, 52), terminal.paint(result, style)));
     if (!good) {
         terminal.paragraph(
             fmt::format("{}: {}", language.text(keys::required), describe(outcome.required, language)), 4,
