@@ -119,6 +119,9 @@ TEST_F(CudaAllocation, FailsWhenTheFlagCannotBeHad) {
         EXPECT_EQ(run(id), core::TestResult::NotCompleted);
         EXPECT_EQ(reporter.events, (Events{"100", "FAILED_TO_ALLOCATE_GPU_MEMORY"}));
         EXPECT_EQ(driver().state(0).requests.size(), 1U);
+        // Until it is allocated the flag is the host's own byte, which no driver frees: the release ends
+        // there.
+        EXPECT_EQ(driver().state(0).retained, 1);
 
         card = cardWith(16);
         card.failingCopiesToCard.first = 1;
@@ -127,6 +130,17 @@ TEST_F(CudaAllocation, FailsWhenTheFlagCannotBeHad) {
         EXPECT_EQ(run(id), core::TestResult::NotCompleted);
         EXPECT_EQ(reporter.events, (Events{"100", "FAILED_TO_ALLOCATE_GPU_MEMORY"}));
         EXPECT_EQ(driver().state(0).allocations, Sizes{});
+    }
+}
+
+TEST_F(CudaAllocation, FailsWhenTheFreeMemoryIsNotTold) {
+    for (const CudaTestId id : memoryTests) {
+        configure(cardWith(16));
+        reporter = {};
+        // From this call on the machine has no card, and none of its calls works any more.
+        at("cuMemGetInfo_v2", 1, [&] { driver().configure({12040, {}}); });
+        EXPECT_EQ(run(id), core::TestResult::NotCompleted);
+        EXPECT_EQ(reporter.events, (Events{"100", "FAILED_TO_ALLOCATE_GPU_MEMORY"}));
     }
 }
 
