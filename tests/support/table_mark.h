@@ -15,8 +15,8 @@ std::uint64_t tableMark(const Rows& rows) {
         for (const auto& value : values) {
             unsigned char bytes[sizeof value];
             std::memcpy(bytes, &value, sizeof value);
-            for (const unsigned char byte : bytes) {
-                mark = (mark ^ byte) * 0x100000001B3;
+            for (const unsigned char octet : bytes) {
+                mark = (mark ^ octet) * 0x100000001B3;
             }
         }
     };
