@@ -1,7 +1,6 @@
 // The life of one run of a memory test: the gates before it, the allocation, every way out.
 #include "cuda_fixture.h"
-
-#include "module/video_card/cuda/cuda_address_test.h"
+#include "probed_test.h"
 
 #include "support/plain_test.h"
 
@@ -357,31 +356,6 @@ TEST_F(CudaMemoryLifecycle, EndsWithoutVerdictWhenTheRandomReferenceCannotBeUplo
     EXPECT_EQ(run(randomSequence), core::TestResult::CleanupFailed);
     EXPECT_EQ(reporter.messages, Events{"FAILED_TO_FREE_GPU_MEMORY"});
 }
-
-namespace {
-
-/// Lets a test look at what a run left behind in the object.
-class ProbedTest final : public module::video_card::CUDAAddressTest {
-public:
-    using CUDAAddressTest::devicePatternOk_;
-    using CUDAAddressTest::memoryBegin_;
-    using CUDAAddressTest::memoryEnd_;
-    using CUDAAddressTest::patternOk_;
-    using CUDAAddressTest::releaseAll;
-    using CUDAAddressTest::testedMiB_;
-
-    std::uint8_t* begin = nullptr; ///< of the block, while the body ran
-
-protected:
-    std::uint8_t runBody(const core::TestRunArguments& arguments) override {
-        begin = memoryBegin_;
-        EXPECT_EQ(memoryEnd_ - memoryBegin_, static_cast<std::ptrdiff_t>(testedMiB_ * mebibyte));
-        EXPECT_NE(devicePatternOk_, reinterpret_cast<std::uint8_t*>(&patternOk_));
-        return CUDAAddressTest::runBody(arguments);
-    }
-};
-
-} // namespace
 
 TEST_F(CudaMemoryLifecycle, BeginsWithNothingAllocatedAndTheFlagOfTheHost) {
     ProbedTest test;
