@@ -16,6 +16,15 @@ struct CardState {
     int retained = 0;                    ///< holds on the primary context
 };
 
+/// A launch as it reached the driver.
+struct CardLaunch {
+    const char* kernel; ///< null for a function that is not loaded
+    unsigned grid[3], block[3];
+    unsigned sharedBytes;
+    bool onDefaultStream;
+    void** arguments; ///< each points to one argument
+};
+
 /// The way for a test to describe the machine itself instead of through a scenario, and to watch the driver
 /// being called. The library hands it out under the name of `controlSymbol`.
 class Control {
@@ -25,6 +34,8 @@ public:
     virtual void configure(const CudaSection& section) = 0;
     /// Called at the start of every entry point with its name, before anything happens; empty ends that.
     virtual void observe(std::function<void(const char* call)> observer) = 0;
+    /// Called with every launch before it does anything; empty ends that.
+    virtual void observeLaunches(std::function<void(const CardLaunch& launch)> observer) = 0;
     [[nodiscard]] virtual CardState state(int ordinal) const = 0;
 };
 

@@ -140,12 +140,20 @@ VEXIL_SHARED_API CUresult cuModuleGetFunction(CUfunction* function, CUmodule mod
 }
 
 VEXIL_SHARED_API CUresult cuLaunchKernel(CUfunction function, unsigned gridX, unsigned gridY, unsigned gridZ,
-                                         unsigned blockX, unsigned blockY, unsigned blockZ, unsigned,
-                                         CUstream, void** arguments, void** extra) {
-    if (gridY != 1 || gridZ != 1 || blockY != 1 || blockZ != 1 || extra != nullptr) {
-        return CUDA_ERROR_INVALID_VALUE;
-    }
-    return onCurrent("cuLaunchKernel",
-                     [&](SimulatedCard& card) { return card.launch(function, gridX, blockX, arguments); });
+                                         unsigned blockX, unsigned blockY, unsigned blockZ,
+                                         unsigned sharedBytes, CUstream stream, void** arguments,
+                                         void** extra) {
+    return onCurrent("cuLaunchKernel", [&](SimulatedCard& card) {
+        SimulatedDriver::instance().enter({card.kernelName(function),
+                                           {gridX, gridY, gridZ},
+                                           {blockX, blockY, blockZ},
+                                           sharedBytes,
+                                           stream == nullptr,
+                                           arguments});
+        if (gridY != 1 || gridZ != 1 || blockY != 1 || blockZ != 1 || extra != nullptr) {
+            return CUDA_ERROR_INVALID_VALUE;
+        }
+        return card.launch(function, gridX, blockX, arguments);
+    });
 }
 }

@@ -47,6 +47,8 @@ public:
     CUresult loadModule(CUmodule* module, const void* image);
     CUresult unloadModule(CUmodule module);
     CUresult getFunction(CUfunction* function, CUmodule module, const char* name);
+    /// Null for a function that is not loaded.
+    [[nodiscard]] const char* kernelName(CUfunction function) const;
     CUresult launch(CUfunction function, unsigned blocks, unsigned threads, void** arguments);
     /// Ends everything that stands on the card.
     void reset();

@@ -114,6 +114,12 @@ void SimulatedCard::runBlock(const SimulatedFunction& function, unsigned block, 
     }
 }
 
+const char* SimulatedCard::kernelName(CUfunction function) const {
+    const std::lock_guard lock(mutex_);
+    const SimulatedFunction* const known = loadedFunction(function);
+    return known == nullptr ? nullptr : known->plain->name;
+}
+
 CUresult SimulatedCard::launch(CUfunction function, unsigned blocks, unsigned threads, void** arguments) {
     const std::lock_guard lock(mutex_);
     const SimulatedFunction* const known = loadedFunction(function);

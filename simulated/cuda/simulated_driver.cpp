@@ -53,9 +53,19 @@ void SimulatedDriver::configure(const CudaSection& section) {
 
 void SimulatedDriver::observe(std::function<void(const char*)> observer) { observer_ = std::move(observer); }
 
+void SimulatedDriver::observeLaunches(std::function<void(const CardLaunch&)> observer) {
+    launchObserver_ = std::move(observer);
+}
+
 void SimulatedDriver::enter(const char* call) const {
     if (observer_) {
         observer_(call);
+    }
+}
+
+void SimulatedDriver::enter(const CardLaunch& launch) const {
+    if (launchObserver_) {
+        launchObserver_(launch);
     }
 }
 

@@ -21,10 +21,13 @@ public:
 
     void configure(const CudaSection& section) override;
     void observe(std::function<void(const char*)> observer) override;
+    void observeLaunches(std::function<void(const CardLaunch&)> observer) override;
     [[nodiscard]] CardState state(int ordinal) const override;
 
     /// To be called at the start of every entry point, with its name.
     void enter(const char* call) const;
+    /// To be called with every launch, behind `enter`.
+    void enter(const CardLaunch& launch) const;
 
     [[nodiscard]] std::int32_t version() const { return version_; }
     [[nodiscard]] int count() const { return static_cast<int>(cards_.size()); }
@@ -51,6 +54,7 @@ private:
     std::vector<std::unique_ptr<SimulatedCard>> cards_;
     std::vector<Context> contexts_;
     std::function<void(const char*)> observer_;
+    std::function<void(const CardLaunch&)> launchObserver_;
     mutable std::mutex mutex_;
 };
 

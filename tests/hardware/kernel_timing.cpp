@@ -2,16 +2,13 @@
 
 #include "kernel_cases.h"
 #include "module/video_card/cuda/cuda_runtime.h"
-#include "platform/library_names.h"
+#include "plain_speed.h"
 #include "registered_kernels.h"
-#include "system/win_module.h"
 
-#include <chrono>
 #include <cstdio>
 #include <functional>
 #include <map>
 #include <string>
-#include <type_traits>
 
 namespace vexil::hardware {
 
@@ -34,30 +31,6 @@ struct Variant {
 constexpr Variant variants[] = {
 #include "kernel_variants.inc"
 };
-
-/// The driver itself, for what the runtime's calls in use leave out.
-const CudaDriverCalls& driver() {
-    static const CudaDriverCalls calls = [] {
-        CudaDriverCalls loaded;
-        if (void* const library = getModule()->load(platform::cudaDriverLibrary(), 0)) {
-            forEachDriverCall(loaded, [&](auto& entry, const char* symbol) {
-                entry = reinterpret_cast<std::remove_reference_t<decltype(entry)>>(
-                    getModule()->resolve(library, symbol));
-            });
-        }
-        return loaded;
-    }();
-    return calls;
-}
-
-double secondsOf(const std::function<void()>& work) {
-    CudaRuntime& cuda = CudaRuntime::instance();
-    cuda.cudaDeviceSynchronize();
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    cuda.cudaDeviceSynchronize();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
 
 /// A block on the card with what the kernels need beside it.
 class Bench {
@@ -178,19 +151,9 @@ void timeKernels(std::int32_t device, std::uint32_t blockMiB) {
     }
     const auto bytes = static_cast<double>(bench.bytes());
     std::printf("the card by itself, %u MiB\n", blockMiB);
-    if (driver().cuMemsetD32 != nullptr) {
-        const auto fill = [&] {
-            driver().cuMemsetD32(reinterpret_cast<CUdeviceptr>(bench.block()), 0x5A5A5A5A, bench.bytes() / 4);
-        };
-        fill();
-        printSpeed("plain fill", bytes, secondsOf(fill));
-    }
-    const auto copy = [&] {
-        CudaRuntime::instance().cudaMemcpy(bench.block(), bench.block() + bench.bytes() / 2,
-                                           bench.bytes() / 2, cudaMemcpyDeviceToDevice);
-    };
-    copy();
-    printSpeed("plain copy of one half to the other", bytes, secondsOf(copy));
+    const PlainSpeed plain = plainSpeed(bench.block(), bench.bytes());
+    std::printf("  plain fill %.2f GB/s, plain copy of one half to the other %.2f GB/s\n", plain.fill / 1e9,
+                plain.copy / 1e9);
 
     const auto cases = timedCases();
     constexpr unsigned launches = 1000;
@@ -208,10 +171,11 @@ void timeKernels(std::int32_t device, std::uint32_t blockMiB) {
         const double once = bench.atOnce(test, start);
         const double moved = bytes * trafficOf(test.kernel);
         const double overhead = empty * ((blockMiB + blocks - 1) / blocks);
-        std::printf(
-            "  %-38s %9.5f s %8.2f GB/s | %9.5f s %9.2f GB/s | launches %4.1f %%, 16 blocks %5.1f %%\n",
-            test.kernel, swept, moved / swept / 1e9, once, moved / once / 1e9, 100 * overhead / swept,
-            100 * (swept - overhead - once) / swept);
+        const double ofCopy = plain.copy > 0 ? 100 * moved / swept / plain.copy : 0;
+        std::printf("  %-38s %9.5f s %8.2f GB/s, %5.1f %% of the copy | %9.5f s %9.2f GB/s | "
+                    "launches %4.1f %%, 16 blocks %5.1f %%\n",
+                    test.kernel, swept, moved / swept / 1e9, ofCopy, once, moved / once / 1e9,
+                    100 * overhead / swept, 100 * (swept - overhead - once) / swept);
     }
 }
 

@@ -8,6 +8,7 @@
 #include "module/video_card/cuda/cuda_moving_inversion_test.h"
 #include "module/video_card/cuda/cuda_random_number_sequence_test.h"
 #include "module/video_card/device.h"
+#include "plain_speed.h"
 #include "text_handlers.h"
 
 #include <algorithm>
@@ -40,7 +41,8 @@ public:
     void interact(std::unique_ptr<core::InputInteraction>&) override {}
 };
 
-/// A memory test whose block can be made smaller, and that notes when its body starts.
+/// A memory test whose block can be made smaller, that measures what the card does with that block by itself,
+/// and notes when its body starts.
 template <typename Test>
 class Timed final : public Test {
 public:
@@ -48,6 +50,7 @@ public:
 
     Clock::time_point start;
     std::uint32_t sweptMiB = 0;
+    PlainSpeed plain;
 
 protected:
     bool allocateTestMemory(const cudaDeviceProp& properties) override {
@@ -62,6 +65,7 @@ protected:
     }
     std::uint8_t runBody(const core::TestRunArguments& arguments) override {
         sweptMiB = this->testedMiB_;
+        plain = plainSpeed(this->memoryBegin_, std::size_t{sweptMiB} << 20);
         start = Clock::now();
         return Test::runBody(arguments);
     }
@@ -79,14 +83,15 @@ core::TestRunArguments argumentsFor(const std::shared_ptr<Device>& device, core:
 
 /// Prints passes `first` to `first + count - 1` as one line.
 void printPasses(const PassTraffic& traffic, const std::vector<double>& passSeconds, std::size_t first,
-                 std::size_t count, double sweptBytes) {
+                 std::size_t count, double sweptBytes, const PlainSpeed& plain) {
     double total = 0;
     for (std::size_t pass = first; pass < first + count; ++pass) {
         total += passSeconds[pass];
     }
     const double bytes = sweptBytes * static_cast<double>(count) * (traffic.read + traffic.written);
-    std::printf("    %-34s %9.4f s %9.3f GB moved %9.2f GB/s\n", traffic.name, total, bytes / 1e9,
-                bytes / total / 1e9);
+    const auto share = [&](double of) { return of > 0 ? 100 * bytes / total / of : 0; };
+    std::printf("    %-30s %9.4f s %9.3f GB moved %9.2f GB/s, %6.2f %% of the copy, %6.2f %% of the fill\n",
+                traffic.name, total, bytes / 1e9, bytes / total / 1e9, share(plain.copy), share(plain.fill));
 }
 
 /// `passes` are the passes of one round, which the test makes `rounds` times.
@@ -97,7 +102,8 @@ bool runMemoryTest(const char* name, const std::shared_ptr<Device>& device, std:
     Timed<Test> test(mostMiB);
     StampingReporter reporter;
     const auto result = test.execute(argumentsFor(device, reporter));
-    std::printf("%s: result %u%s, %u MiB\n", name, result, reporter.messages.c_str(), test.sweptMiB);
+    std::printf("%s: result %u%s, %u MiB; plain copy %.2f GB/s, plain fill %.2f GB/s\n", name, result,
+                reporter.messages.c_str(), test.sweptMiB, test.plain.copy / 1e9, test.plain.fill / 1e9);
     const std::size_t launches = (test.sweptMiB - std::min(firstMiB, test.sweptMiB) + 15) / 16;
     const std::size_t total = passes.size() * rounds;
     if (result != core::TestResult::Passed || reporter.progress.size() != launches * total + 1) {
@@ -112,7 +118,7 @@ bool runMemoryTest(const char* name, const std::shared_ptr<Device>& device, std:
     }
     const double sweptBytes = static_cast<double>(test.sweptMiB - firstMiB) * (1 << 20);
     for (std::size_t kind = 0; kind < passes.size(); ++kind) {
-        printPasses(passes[kind], byKind, kind * rounds, rounds, sweptBytes);
+        printPasses(passes[kind], byKind, kind * rounds, rounds, sweptBytes, test.plain);
     }
     return true;
 }

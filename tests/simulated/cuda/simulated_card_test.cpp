@@ -39,9 +39,10 @@ TEST(SimulatedCard, PlacesLargeBlocksFromItsStartAndReportsWhatIsLeft) {
     EXPECT_EQ(free, 10 * mebibyte);
     EXPECT_EQ(total, 100 * mebibyte);
     EXPECT_EQ(card.memFree(first), CUDA_SUCCESS);
+    EXPECT_EQ(card.memFree(first), CUDA_ERROR_INVALID_VALUE)
+        << "before its address can belong to another block";
     EXPECT_EQ(card.memAlloc(&third, 20 * mebibyte), CUDA_SUCCESS);
     EXPECT_EQ(card.allocations(), (Sizes{20 * mebibyte, 60 * mebibyte, 1}));
-    EXPECT_EQ(card.memFree(first), CUDA_ERROR_INVALID_VALUE);
 }
 
 TEST(SimulatedCard, HasNoMoreThanItsMemoryWhateverItReports) {

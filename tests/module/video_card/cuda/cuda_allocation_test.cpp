@@ -1,6 +1,7 @@
 // How large a block a memory test takes. The arithmetic is 32 bits wide and wraps, which is settled
 // behaviour.
 #include "cuda_fixture.h"
+#include "probed_test.h"
 
 namespace vexil::tests {
 
@@ -63,6 +64,19 @@ TEST_F(CudaAllocation, CutsByteCountsToTheirLow32Bits) {
               Sizes{3 * 1024 + 600 - 32});
 }
 
+TEST_F(CudaAllocation, SweepsWhatTheLow32BitsSayAndNoMore) {
+    // Larger counts would ask for the same block, since the sizes are cut as well, and sweep it more than
+    // once.
+    auto card = reporting(6 * gibibyte, 6 * gibibyte, 8 * gibibyte);
+    card.failingLaunches.first = 1;
+    configure(card);
+    ProbedTest test;
+    EXPECT_EQ(test.execute(arguments()), core::TestResult::Passed);
+    EXPECT_EQ(test.testedMiB_, 2016U);
+    EXPECT_EQ(test.memoryEnd_, test.begin + 2016 * mebibyte);
+    EXPECT_EQ(driver().state(0).launches, 2U * 2016 / 16);
+}
+
 TEST_F(CudaAllocation, LetsTheFreeAmountDecideWhenTheTotalWraps) {
     EXPECT_EQ(requestsFor(reporting(4 * gibibyte, 100 * mebibyte, gibibyte)), Sizes{100 - 32});
     EXPECT_EQ(requestsFor(reporting(4 * gibibyte + 15 * mebibyte, 100 * mebibyte, gibibyte)),
@@ -119,6 +133,9 @@ TEST_F(CudaAllocation, FailsWhenTheFlagCannotBeHad) {
         EXPECT_EQ(run(id), core::TestResult::NotCompleted);
         EXPECT_EQ(reporter.events, (Events{"100", "FAILED_TO_ALLOCATE_GPU_MEMORY"}));
         EXPECT_EQ(driver().state(0).requests.size(), 1U);
+        // Until it is allocated the flag is the host's own byte, which no driver frees: the release ends
+        // there.
+        EXPECT_EQ(driver().state(0).retained, 1);
 
         card = cardWith(16);
         card.failingCopiesToCard.first = 1;
@@ -127,6 +144,27 @@ TEST_F(CudaAllocation, FailsWhenTheFlagCannotBeHad) {
         EXPECT_EQ(run(id), core::TestResult::NotCompleted);
         EXPECT_EQ(reporter.events, (Events{"100", "FAILED_TO_ALLOCATE_GPU_MEMORY"}));
         EXPECT_EQ(driver().state(0).allocations, Sizes{});
+    }
+}
+
+TEST_F(CudaAllocation, FailsWhenTheFreeMemoryIsNotTold) {
+    for (const CudaTestId id : memoryTests) {
+        configure(cardWith(16));
+        reporter = {};
+        // From this call on the machine has no card, and none of its calls works any more.
+        Events callsAfter;
+        bool asked = false;
+        driver().observe([&](const char* call) {
+            if (asked) {
+                callsAfter.emplace_back(call);
+            } else if (std::string_view(call) == "cuMemGetInfo_v2") {
+                asked = true;
+                driver().configure({12040, {}});
+            }
+        });
+        EXPECT_EQ(run(id), core::TestResult::NotCompleted);
+        EXPECT_EQ(reporter.events, (Events{"100", "FAILED_TO_ALLOCATE_GPU_MEMORY"}));
+        EXPECT_EQ(callsAfter, Events{"cuCtxSetCurrent"}) << "for the release; no block is asked for";
     }
 }
 

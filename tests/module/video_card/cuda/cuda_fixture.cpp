@@ -68,6 +68,7 @@ CudaTest::CudaTest() : device(makeDevice(true)) { configure(cardWith(20)); }
 
 CudaTest::~CudaTest() {
     driver().observe({});
+    driver().observeLaunches({});
     forgetCards();
 }
 

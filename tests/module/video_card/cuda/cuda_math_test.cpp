@@ -3,6 +3,7 @@
 #include "module/video_card/cuda/cuda_math_operations.h"
 #include "module/video_card/cuda/math_tables.h"
 #include "module/video_card/cuda/random_words.h"
+#include "support/table_mark.h"
 
 #include <bit>
 #include <cmath>
@@ -203,6 +204,37 @@ TEST_F(CudaMath, LooksForAStopBeforeTheTestAndAfterEachStageOnly) {
     }
 }
 
+TEST_F(CudaMath, ExplainsAStopThatHasBothCauses) {
+    cancel = 1;
+    events->flags = 0x08;
+    for (const CudaTestId id : {standardMath, advancedMath}) {
+        reporter = {};
+        EXPECT_EQ(run(id), core::TestResult::NotCompleted);
+        EXPECT_EQ(reporter.events, (Events{"100", aborted}));
+    }
+}
+
+TEST_F(CudaMath, AsksForTheCardAnewBeforeTheFloatStage) {
+    driver().configure({12040, {cardWith(16), cardWith(16)}});
+    at("cuDevicePrimaryCtxReset_v2", 1, [&] { device->setCuda({"01:00.0", 1}); });
+    EXPECT_EQ(run(advancedMath), core::TestResult::Passed);
+    EXPECT_EQ(driver().state(0).launches, 1U);
+    EXPECT_EQ(driver().state(1).launches, 1U);
+}
+
+TEST_F(CudaMath, FreesUpToTheFirstBufferThatCannotBeFreed) {
+    for (std::uint64_t nth = 1; nth <= 4; ++nth) {
+        auto card = cardWith(16);
+        card.failingFrees = {nth, 1};
+        configure(card);
+        unsigned frees = 0;
+        driver().observe(
+            [&](const char* call) { frees += std::string_view(call) == "cuMemFree_v2" ? 1 : 0; });
+        EXPECT_EQ(run(standardMath), core::TestResult::CleanupFailed);
+        EXPECT_EQ(frees, nth);
+    }
+}
+
 TEST_F(CudaMath, IsStoppedBeforeItLooksForTheDevice) {
     cancel = 1;
     auto gone = arguments();
@@ -212,10 +244,22 @@ TEST_F(CudaMath, IsStoppedBeforeItLooksForTheDevice) {
 
 TEST_F(CudaMath, LeavesTheTablesEmptyForAModeThatDoesNotExist) {
     const auto run = arguments();
-    CudaMathOperationsInt stage(2, run);
     configure(cardWith(16));
-    // Buffers of no bytes, nothing launched with success, nothing to compare.
-    EXPECT_EQ(stage.run(0), core::TestResult::Passed);
+    for (const std::int32_t mode : {-1, 2}) {
+        // Buffers of no bytes, nothing launched with success, nothing to compare.
+        EXPECT_EQ(CudaMathOperationsInt(mode, run).run(0), core::TestResult::Passed);
+        EXPECT_EQ(CudaMathOperationsFloat(mode, run).run(1), core::TestResult::Passed);
+    }
+    EXPECT_EQ(driver().state(0).requests, Sizes{});
+}
+
+TEST_F(CudaMath, PicksTheKernelByTheArgumentOfTheRunAndTheTableByTheMode) {
+    const auto run = arguments();
+    configure(cardWith(16));
+    // The first four rows of the advanced kernel are no sums, differences, products and quotients.
+    EXPECT_EQ(CudaMathOperationsInt(0, run).run(1), core::TestResult::Failed);
+    EXPECT_EQ(CudaMathOperationsFloat(1, run).run(0), core::TestResult::Failed);
+    EXPECT_EQ(CudaMathOperationsInt(1, run).run(7), core::TestResult::Passed) << "any number but 0";
 }
 
 TEST(CudaMathComparison, TakesWhatLiesWithinTheTolerance) {
@@ -266,6 +310,16 @@ TEST(CudaMathTables, HoldTheseRowsAmongOthers) {
     EXPECT_EQ(integerStandard[2].expected[3], -1300421124);
     EXPECT_EQ(integerAdvanced[8].expected, (std::array<std::int32_t, 5>{3, 1122, 10942, 335484, -87545}));
     EXPECT_EQ(std::bit_cast<std::uint32_t>(floatAdvanced[12].expected[0]), 0xB33BBD2EU);
+}
+
+// A change of one bit of one operand, result or tolerance is a change of what cards are judged by. Many
+// operands, like the larger of two of which the smaller is taken, could change without any result that shows
+// it.
+TEST(CudaMathTables, AreTheOnesThatCardsAreJudgedBy) {
+    EXPECT_EQ(tableMark(integerStandard), 0xCC6D34928A49AAA9U);
+    EXPECT_EQ(tableMark(integerAdvanced), 0x8095A1C801E3C071U);
+    EXPECT_EQ(tableMark(floatStandard), 0x6F2B9D37F1BEB1B2U);
+    EXPECT_EQ(tableMark(floatAdvanced), 0xA79861F5A869283EU);
 }
 
 TEST(CudaRandomWords, AreTheLowHalvesOfTheTwisterSeededWith43) {

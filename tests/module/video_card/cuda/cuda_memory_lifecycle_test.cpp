@@ -1,5 +1,6 @@
 // The life of one run of a memory test: the gates before it, the allocation, every way out.
 #include "cuda_fixture.h"
+#include "probed_test.h"
 
 #include "support/plain_test.h"
 
@@ -73,6 +74,67 @@ TEST_F(CudaMemoryLifecycle, SaysNothingAboutADeviceThatIsGoneOrNoVideoCard) {
         EXPECT_EQ(makeCudaTest(id)->execute(wrong), core::TestResult::DeviceUnavailable);
     }
     EXPECT_EQ(reporter.events, Events{});
+}
+
+TEST_F(CudaMemoryLifecycle, LooksForTheDeviceBeforeItLooksForAStop) {
+    cancel = 1;
+    for (const CudaTestId id : memoryTests) {
+        auto gone = arguments();
+        gone.device.reset();
+        EXPECT_EQ(makeCudaTest(id)->execute(gone), core::TestResult::DeviceUnavailable);
+    }
+    EXPECT_EQ(reporter.events, Events{});
+}
+
+TEST_F(CudaMemoryLifecycle, LooksForAStopBeforeItLooksForTheCudaRecord) {
+    device = deviceWithoutCuda();
+    cancel = 1;
+    for (const CudaTestId id : memoryTests) {
+        reporter = {};
+        EXPECT_EQ(run(id), core::TestResult::NotCompleted);
+        EXPECT_EQ(reporter.events, (Events{"100", aborted}));
+    }
+}
+
+TEST_F(CudaMemoryLifecycle, LooksForTheCudaRecordBeforeItAsksForTheDriver) {
+    device = deviceWithoutCuda();
+    configure(cardWith(16), 11020);
+    for (const CudaTestId id : allCudaTests) {
+        reporter = {};
+        EXPECT_EQ(run(id), core::TestResult::NotSupported);
+        EXPECT_EQ(reporter.events, (Events{"100", "TEST_NOT_SUPPORTED_IN_THIS_DEVICE"}));
+    }
+}
+
+TEST_F(CudaMemoryLifecycle, AsksTheCardForNothingWhenItIsStoppedAtTheDriverGate) {
+    for (const CudaTestId id : memoryTests) {
+        cancel = 0;
+        Events calls;
+        driver().observe([&](const char* call) {
+            calls.emplace_back(call);
+            cancel = calls.back() == "cuDriverGetVersion" ? 1 : cancel;
+        });
+        EXPECT_EQ(run(id), core::TestResult::NotCompleted);
+        EXPECT_EQ(calls, Events{"cuDriverGetVersion"});
+    }
+}
+
+TEST_F(CudaMemoryLifecycle, ExplainsAStopOfTheBodyThatHasBothCauses) {
+    for (const CudaTestId id : memoryTests) {
+        configureWithoutLaunches(16);
+        reporter = {};
+        cancel = 0;
+        events->flags = 0;
+        at("cuCtxSynchronize", 1, [&] {
+            cancel = 1;
+            events->flags = 0x20;
+        });
+        EXPECT_EQ(run(id), core::TestResult::NotCompleted);
+        // The event's message comes with a progress of its own, before that of the end of the run.
+        const Events tail(reporter.events.end() - 3, reporter.events.end());
+        EXPECT_EQ(tail, (Events{"100", aborted, "100"}));
+        expectReleased();
+    }
 }
 
 TEST_F(CudaMemoryLifecycle, CannotRunOnACardThatCudaDoesNotList) {
@@ -293,6 +355,35 @@ TEST_F(CudaMemoryLifecycle, EndsWithoutVerdictWhenTheRandomReferenceCannotBeUplo
     reporter = {};
     EXPECT_EQ(run(randomSequence), core::TestResult::CleanupFailed);
     EXPECT_EQ(reporter.messages, Events{"FAILED_TO_FREE_GPU_MEMORY"});
+}
+
+TEST_F(CudaMemoryLifecycle, BeginsWithNothingAllocatedAndTheFlagOfTheHost) {
+    ProbedTest test;
+    EXPECT_TRUE(test.patternOk_);
+    EXPECT_EQ(test.devicePatternOk_, reinterpret_cast<std::uint8_t*>(&test.patternOk_));
+    EXPECT_EQ(test.memoryBegin_, nullptr);
+    EXPECT_EQ(test.testedMiB_, 0U);
+}
+
+TEST_F(CudaMemoryLifecycle, ForgetsItsMemoryAtTheReleaseButNotTheBoundsOfTheBlock) {
+    ProbedTest test;
+    EXPECT_EQ(test.execute(arguments()), core::TestResult::Passed);
+    EXPECT_EQ(test.devicePatternOk_, nullptr);
+    EXPECT_EQ(test.memoryBegin_, nullptr);
+    EXPECT_EQ(test.memoryEnd_, test.begin + 20 * mebibyte);
+    EXPECT_EQ(test.testedMiB_, 20U);
+}
+
+TEST_F(CudaMemoryLifecycle, KeepsTheBlockInHandWhenItCannotBeFreed) {
+    auto card = cardWith(16);
+    card.failingFrees = {2, 1};
+    configure(card);
+    ProbedTest test;
+    EXPECT_EQ(test.execute(arguments()), core::TestResult::CleanupFailed);
+    EXPECT_EQ(test.devicePatternOk_, nullptr);
+    EXPECT_EQ(test.memoryBegin_, test.begin);
+    EXPECT_TRUE(test.releaseAll()) << "a flag that is gone is no obstacle";
+    expectReleased();
 }
 
 TEST_F(CudaMemoryLifecycle, ServesOneRunSinceTheFlagIsNeverSetBack) {

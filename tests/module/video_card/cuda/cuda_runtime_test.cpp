@@ -1,6 +1,7 @@
 #include "module/video_card/cuda/cuda_runtime.h"
 
 #include "cuda_fixture.h"
+#include "module/video_card/cuda/device_code.h"
 
 #include <algorithm>
 #include <cstring>
@@ -167,6 +168,22 @@ TEST_F(FakeDriver, LaunchesNothingThatIsNotRegistered) {
     EXPECT_EQ(runtime.cudaLaunchKernel(&key, {}, {}, nullptr, 0, nullptr), cudaSuccess);
     runtime.cudaUnregisterFatBinary(binary);
     EXPECT_EQ(runtime.cudaLaunchKernel(&key, {}, {}, nullptr, 0, nullptr), cudaErrorInvalidDeviceFunction);
+}
+
+TEST_F(CudaRuntimeOnACard, KnowsDeviceCodeForAsLongAsItsObjectLives) {
+    const auto before = cuda.fatBinaries().size();
+    {
+        constexpr const char* ptx = ".version 7.3";
+        const Kernel<void(int)> first("first"), second("second");
+        const DeviceCode code(ptx, {&first, &second});
+        ASSERT_EQ(cuda.fatBinaries().size(), before + 1);
+        const auto& registered = *cuda.fatBinaries().back();
+        EXPECT_EQ(registered.image, ptx);
+        ASSERT_EQ(registered.functions.size(), 2U);
+        EXPECT_EQ(registered.functions[1].key, &second);
+        EXPECT_TRUE(registered.complete);
+    }
+    EXPECT_EQ(cuda.fatBinaries().size(), before) << "the handler at exit is its destructor";
 }
 
 TEST_F(CudaRuntimeOnACard, BindsADeviceToTheThreadThatSetsIt) {

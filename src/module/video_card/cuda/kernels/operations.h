@@ -98,8 +98,22 @@ VEXIL_INLINE float absolute(float x) { return __builtin_fabsf(x); }
 VEXIL_INLINE float negate(float x) { return -x; }
 VEXIL_INLINE float smaller(float x, float y) { return __builtin_fminf(x, y); }
 VEXIL_INLINE float larger(float x, float y) { return __builtin_fmaxf(x, y); }
-VEXIL_INLINE float fusedMultiplyAdd(float x, float y, float z) { return __builtin_fmaf(x, y, z); }
-VEXIL_INLINE float multiplyAdd(float x, float y, float z) { return __builtin_fmaf(x, y, z); }
+// MinGW's fmaf rounds the product, so it is not used. In double precision the product is exact; the sum is
+// rounded to odd, with which the rounding to float gives what one rounding of the whole would.
+VEXIL_INLINE float fusedMultiplyAdd(float x, float y, float z) {
+    const double product = static_cast<double>(x) * static_cast<double>(y);
+    const double sum = product + static_cast<double>(z);
+    const double taken = sum - product;
+    const double lost = (product - (sum - taken)) + (static_cast<double>(z) - taken);
+    const auto pattern = __builtin_bit_cast(LongWord, sum);
+    // False as well where an operand is infinite or no number.
+    if ((lost > 0 || lost < 0) && pattern % 2 == 0) {
+        return static_cast<float>(
+            __builtin_bit_cast(double, (lost > 0) == (sum > 0) ? pattern + 1 : pattern - 1));
+    }
+    return static_cast<float>(sum);
+}
+VEXIL_INLINE float multiplyAdd(float x, float y, float z) { return fusedMultiplyAdd(x, y, z); }
 VEXIL_INLINE float reciprocal(float x) { return 1.0f / x; }
 VEXIL_INLINE float squareRoot(float x) { return __builtin_sqrtf(x); }
 // The card approximates these; the host takes the value in double precision, rounded once.

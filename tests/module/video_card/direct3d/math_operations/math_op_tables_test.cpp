@@ -3,6 +3,7 @@
 #include "module/video_card/direct3d/math_operations/double_tolerances.h"
 #include "module/video_card/direct3d/math_operations/float_tables.h"
 #include "module/video_card/direct3d/math_operations/int_tables.h"
+#include "support/table_mark.h"
 
 #include <gtest/gtest.h>
 
@@ -135,6 +136,41 @@ TEST(DoubleTables, HoldTheResultsOfTheirOperations) {
                            {[](double a, double b, double c) { return std::fma(a, b, c); }, smaller<double>,
                             larger<double>, [](double a, double, double) { return 1 / a; }},
                            isSame<double>);
+}
+
+// A change of one bit of one operand or result is a change of what cards are judged by, and many of them
+// could change without any result that shows it.
+TEST(MathOpTables, AreTheOnesThatCardsAreJudgedBy) {
+    using tests::tableMark;
+    EXPECT_EQ(tableMark(standardIntRows), 0xE1C82AF89C3A8A24U);
+    EXPECT_EQ(tableMark(advancedIntRows), 0x8CFBE7F651FAB4D4U);
+    EXPECT_EQ(tableMark(standardFloatRows), 0xF6E1E38B63465F93U);
+    EXPECT_EQ(tableMark(advancedFloatRows), 0x61F6C77EB74AF2BDU);
+    EXPECT_EQ(tableMark(standardDoubleRows), 0x4D88B58FBBAF7271U);
+    EXPECT_EQ(tableMark(advancedDoubleRows), 0x78DE3ED1E124B502U);
+}
+
+TEST(MathOpTables, HaveTheTolerancesOfTheirRows) {
+    struct Row {
+        std::int32_t maxUlps;
+        std::uint32_t absolute, relative;
+    };
+    constexpr Row expected[11] = {
+        {3, 0, 0x35000000}, {1, 0, 0},          {3, 0, 0x35000000}, {0, 0x35000000, 0x35000000},
+        {0, 0x3A51B717, 0}, {0, 0x3A51B717, 0}, {0, 0, 0},          {1, 0, 0},
+        {0, 0, 0},          {0, 0, 0},          {1, 0, 0x35000000}};
+    ASSERT_EQ(advancedFloatTolerances.size(), std::size(expected));
+    for (std::size_t row = 0; row < std::size(expected); ++row) {
+        const auto& tolerance = advancedFloatTolerances[row];
+        EXPECT_EQ(tolerance.maxUlps, expected[row].maxUlps) << row;
+        EXPECT_EQ(std::bit_cast<std::uint32_t>(tolerance.absolute), expected[row].absolute) << row;
+        EXPECT_EQ(std::bit_cast<std::uint32_t>(tolerance.relative), expected[row].relative) << row;
+    }
+    for (const auto& tolerance : dotProductTolerances) {
+        EXPECT_EQ(tolerance.maxUlps, 1);
+        EXPECT_EQ(tolerance.absolute, 0.0F);
+        EXPECT_EQ(tolerance.relative, 0.0F);
+    }
 }
 
 TEST(MathOpTables, HaveOperandsRowAfterRow) {
