@@ -24,6 +24,8 @@ ExitCode dispatch(const Options& options, const HostEnvironment& environment) {
         return listCardsCommand(context);
     case Command::Tests:
         return listTestsCommand(context);
+    case Command::Monitor:
+        return monitorCommand(context);
     default:
         return runCommand(context);
     }

@@ -3,8 +3,10 @@
 #include "host/core/exit_code.h"
 
 #include <CLI/CLI.hpp>
+#include <fmt/format.h>
 
 #include <algorithm>
+#include <charconv>
 
 namespace vexil::host {
 
@@ -52,6 +54,40 @@ void defineRun(CLI::App& app, Options& options) {
         ->take_all();
 }
 
+/// Answers what CLI11 is to say of a text that is no such number, and nothing for one that is.
+template <typename Number>
+auto numberFrom(Number low, Number high, const char* what) {
+    return [=](const std::string& text) -> std::string {
+        Number number{};
+        const auto* last = text.data() + text.size();
+        const auto [end, error] = std::from_chars(text.data(), last, number);
+        // Said this way round, since "nan" is a number that compares with none.
+        if (error == std::errc() && end == last && number >= low && number <= high) {
+            return {};
+        }
+        return fmt::format("'{}' is no {} from {} to {}", text, what, low, high);
+    };
+}
+
+void defineMonitor(CLI::App& app, Options& options) {
+    constexpr double shortestInterval = 0.1;
+    constexpr double longestInterval = 3600;
+    constexpr std::uint64_t mostSamples = 1'000'000'000;
+    auto* monitor = app.add_subcommand("monitor", "Show temperature, load and free memory of the cards again "
+                                                  "and again, with their extremes and averages");
+    monitor->add_option("--card", options.request.card, "A card's id, or all")->type_name("ID|all");
+    monitor
+        ->add_option("--interval", options.intervalSeconds,
+                     "Seconds from one sample to the next, 0.1 to 3600 (default: 1)")
+        ->type_name("S")
+        ->check(numberFrom(shortestInterval, longestInterval, "number of seconds"));
+    monitor->add_option("--count", options.count, "Samples to take (default: until Ctrl-C)")
+        ->type_name("N")
+        ->check(numberFrom(std::uint64_t{1}, mostSamples, "whole number"));
+    monitor->add_option("--csv", options.csv, "Write every sample into a file, a line for each card")
+        ->type_name("FILE");
+}
+
 } // namespace
 
 ParsedArguments parseArguments(const std::vector<std::string>& arguments) {
@@ -73,6 +109,7 @@ ParsedArguments parseArguments(const std::vector<std::string>& arguments) {
     defineCards(app, options);
     defineTests(app, options);
     defineRun(app, options);
+    defineMonitor(app, options);
     try {
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
     } catch (const CLI::CallForHelp&) {
@@ -85,10 +122,13 @@ ParsedArguments parseArguments(const std::vector<std::string>& arguments) {
     }
     const auto chosen = app.get_subcommands();
     if (chosen.empty()) {
-        throw UsageError("no command is named: there is cards, tests and run (--help tells more)");
+        throw UsageError("no command is named: there is cards, tests, run and monitor (--help tells more)");
     }
     const auto name = chosen.front()->get_name();
-    options.command = name == "run" ? Command::Run : name == "tests" ? Command::Tests : Command::Cards;
+    options.command = name == "run"       ? Command::Run
+                      : name == "tests"   ? Command::Tests
+                      : name == "monitor" ? Command::Monitor
+                                          : Command::Cards;
     return {std::move(options), {}};
 }
 
