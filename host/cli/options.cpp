@@ -14,8 +14,9 @@ namespace {
 
 constexpr const char* exitCodes =
     "Exit codes: 0 every run passed, 1 a card failed, 2 the request cannot be met as made,\n"
-    "3 no card failed but some run ended without a verdict, 4 memory of a card could not be released,\n"
-    "70 an internal error. A failed card outranks 4, 4 outranks 70, and 70 outranks 3.";
+    "3 no card failed but some run ended without a verdict, or there is nothing to monitor,\n"
+    "4 memory of a card could not be released, 70 an internal error. A failed card outranks 4,\n"
+    "4 outranks 70, and 70 outranks 3.";
 
 std::string oneLine(std::string text) {
     std::ranges::replace(text, '\n', ' ');
