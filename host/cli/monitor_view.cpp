@@ -54,7 +54,7 @@ void MonitorView::showTable(const Sample& sample) {
                                                     language_.text(keys::time), clock(sample.elapsed)),
                                         table_.width()),
                                     Style::Dim));
-    terminal_.redraw(lines);
+    terminal_.redrawBlock(lines);
 }
 
 std::string MonitorView::plainLine(const std::string& time, const std::string& id,

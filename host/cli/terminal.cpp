@@ -60,7 +60,7 @@ void Terminal::redraw(std::string_view text) {
     out_.flush();
 }
 
-void Terminal::redraw(const std::vector<std::string>& lines) {
+void Terminal::redrawBlock(const std::vector<std::string>& lines) {
     // The cursor stands on the line below, and cannot go back to what has left the screen.
     const std::size_t shown = std::min<std::size_t>(lines.size(), std::max(traits_.height, 2U) - 1);
     std::string text = drawnLines_ == 0 ? "" : "\x1b[" + std::to_string(drawnLines_) + 'A';

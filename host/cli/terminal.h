@@ -37,7 +37,7 @@ public:
     void redraw(std::string_view text);
     /// Draws the lines over those of the call before, unless a line was written since. Each must fit into the
     /// width; what the terminal has no lines for is left out.
-    void redraw(const std::vector<std::string>& lines);
+    void redrawBlock(const std::vector<std::string>& lines);
 
 private:
     std::ostream& out_;

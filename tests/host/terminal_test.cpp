@@ -54,21 +54,21 @@ TEST(Terminal, ClearsWhatItDrawsOver) {
 TEST(Terminal, DrawsABlockOverTheOneBefore) {
     std::ostringstream out;
     Terminal terminal(out, {true, false, false, 80, 24});
-    terminal.redraw({"one", "two"});
+    terminal.redrawBlock({"one", "two"});
     EXPECT_EQ(out.str(), "\rone\x1b[K\n\rtwo\x1b[K\n\r\x1b[J");
     out.str("");
-    terminal.redraw({"three"});
+    terminal.redrawBlock({"three"});
     EXPECT_EQ(out.str(), "\x1b[2A\rthree\x1b[K\n\r\x1b[J") << "what stood below is cleared";
     out.str("");
     terminal.line("between");
-    terminal.redraw({"four"});
+    terminal.redrawBlock({"four"});
     EXPECT_EQ(out.str(), "\rbetween\x1b[K\n\rfour\x1b[K\n\r\x1b[J") << "the line stays";
 }
 
 TEST(Terminal, LeavesOutOfABlockWhatTheScreenHasNoLinesFor) {
     std::ostringstream out;
     Terminal terminal(out, {true, false, false, 80, 3});
-    terminal.redraw({"one", "two", "three"});
+    terminal.redrawBlock({"one", "two", "three"});
     EXPECT_EQ(out.str(), "\rone\x1b[K\n\rtwo\x1b[K\n\r\x1b[J");
 }
 
