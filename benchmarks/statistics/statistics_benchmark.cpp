@@ -1,3 +1,4 @@
+#include "module/video_card/device_scanner.h"
 #include "module/video_card/machine.h"
 #include "module/video_card/statistics/composite_statistics.h"
 #include "platform/shared_library.h"
@@ -43,6 +44,54 @@ void scanOfAllSources(benchmark::State& state) {
     }
 }
 
+/// The simulated machine without Direct3D, whose devices are for another to make.
+class MachineWithoutDirect3D final : public Machine {
+public:
+    SystemDeviceList* acquireDeviceList() override { return machine_.acquireDeviceList(); }
+    void releaseDeviceList() override { machine_.releaseDeviceList(); }
+    StringHandler& strings() override { return machine_.strings(); }
+    NumberHandler& numbers() override { return machine_.numbers(); }
+    void* loadKernelGraphics() override { return machine_.loadKernelGraphics(); }
+    void unloadKernelGraphics(void* library) override { machine_.unloadKernelGraphics(library); }
+    std::uint64_t adapterLuid(void* library, const std::string& path) override {
+        return machine_.adapterLuid(library, path);
+    }
+    bool queryCim(const char* property, const std::string& where, const char* className,
+                  std::string& value) override {
+        return machine_.queryCim(property, where, className, value);
+    }
+    std::int32_t cudaDriverVersion() override { return machine_.cudaDriverVersion(); }
+    std::vector<CudaDeviceRecord> cudaDevices() override { return machine_.cudaDevices(); }
+    std::vector<Dx11Context> direct3dContexts() override { return {}; }
+    StatisticsScans statisticsScans(const std::vector<AdapterRecord>& adapters) override {
+        return machine_.statisticsScans(adapters);
+    }
+
+private:
+    Machine& machine_ = systemMachine();
+};
+
+class DeafListener final : public core::DeviceScanListener {
+public:
+    void deviceFound(const core::DeviceRecord&) override {}
+    void scanFinished() override {}
+    void presenceChecked(bool) override {}
+};
+
+/// To be held against 50 milliseconds: a whole scan of the module, with a scanner of its own, but for the
+/// creation of the Direct3D devices.
+void scanOfTheModule(benchmark::State& state) {
+    MachineWithoutDirect3D machine;
+    const auto listener = std::make_shared<DeafListener>();
+    for (auto _ : state) {
+        DeviceScanner scanner(machine);
+        scanner.scan(listener);
+        if (scanner.devices().size() != adaptersOfScenario().size()) {
+            state.SkipWithError("the scan misses cards");
+        }
+    }
+}
+
 void allValuesOfACard(benchmark::State& state, std::size_t place) {
     const auto adapters = adaptersOfScenario();
     auto lists = scan(adapters);
@@ -69,6 +118,8 @@ int main(int argc, char** argv) {
             return 1;
         }
     }
+    benchmark::RegisterBenchmark("scan of the module but for Direct3D", scanOfTheModule)
+        ->Unit(benchmark::kMicrosecond);
     benchmark::RegisterBenchmark("scan of all sources", scanOfAllSources)->Unit(benchmark::kMicrosecond);
     for (std::size_t place = 0; place < adaptersOfScenario().size(); ++place) {
         const auto name = "all values of " + adaptersOfScenario()[place].name;

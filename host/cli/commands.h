@@ -18,6 +18,7 @@ struct CommandContext {
 
 [[nodiscard]] ExitCode listCardsCommand(const CommandContext& context);
 [[nodiscard]] ExitCode listTestsCommand(const CommandContext& context);
+[[nodiscard]] ExitCode monitorCommand(const CommandContext& context);
 [[nodiscard]] ExitCode runCommand(const CommandContext& context);
 [[nodiscard]] ExitCode selfCheckCommand(const CommandContext& context);
 

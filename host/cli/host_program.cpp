@@ -26,6 +26,8 @@ ExitCode dispatch(const Options& options, const HostEnvironment& environment) {
         return listTestsCommand(context);
     case Command::SelfCheck:
         return selfCheckCommand(context);
+    case Command::Monitor:
+        return monitorCommand(context);
     default:
         return runCommand(context);
     }

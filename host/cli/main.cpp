@@ -17,6 +17,7 @@ vexil::host::TerminalTraits describeTerminal() {
     traits.utf8 = platform::terminalShowsUtf8();
     if (traits.interactive) {
         traits.width = platform::terminalWidth();
+        traits.height = platform::terminalHeight();
         const auto noColour = platform::environmentVariable("NO_COLOR");
         traits.colours = !noColour || noColour->empty();
     }

@@ -3,8 +3,10 @@
 #include "host/core/exit_code.h"
 
 #include <CLI/CLI.hpp>
+#include <fmt/format.h>
 
 #include <algorithm>
+#include <charconv>
 #include <map>
 
 namespace vexil::host {
@@ -13,13 +15,15 @@ namespace {
 
 constexpr const char* exitCodes =
     "Exit codes: 0 every run passed, 1 a card failed, 2 the request cannot be met as made,\n"
-    "3 no card failed but some run ended without a verdict, 4 memory of a card could not be released,\n"
-    "70 an internal error. A failed card outranks 4, 4 outranks 70, and 70 outranks 3.";
+    "3 no card failed but some run ended without a verdict, or there is nothing to monitor,\n"
+    "4 memory of a card could not be released, 70 an internal error. A failed card outranks 4,\n"
+    "4 outranks 70, and 70 outranks 3.";
 
 const std::map<std::string, Command> commands = {
     {"cards", Command::Cards},
     {"tests", Command::Tests},
     {"run", Command::Run},
+    {"monitor", Command::Monitor},
     {"selfcheck", Command::SelfCheck},
 };
 
@@ -65,6 +69,40 @@ void defineSelfCheck(CLI::App& app) {
                        "Break simulated cards in known ways, and show that each test finds its fault");
 }
 
+/// Answers what CLI11 is to say of a text that is no such number, and nothing for one that is.
+template <typename Number>
+auto numberFrom(Number low, Number high, const char* what) {
+    return [=](const std::string& text) -> std::string {
+        Number number{};
+        const auto* last = text.data() + text.size();
+        const auto [end, error] = std::from_chars(text.data(), last, number);
+        // Said this way round, since "nan" is a number that compares with none.
+        if (error == std::errc() && end == last && number >= low && number <= high) {
+            return {};
+        }
+        return fmt::format("'{}' is no {} from {} to {}", text, what, low, high);
+    };
+}
+
+void defineMonitor(CLI::App& app, Options& options) {
+    constexpr double shortestInterval = 0.1;
+    constexpr double longestInterval = 3600;
+    constexpr std::uint64_t mostSamples = 1'000'000'000;
+    auto* monitor = app.add_subcommand("monitor", "Show temperature, load and free memory of the cards again "
+                                                  "and again, with their extremes and averages");
+    monitor->add_option("--card", options.request.card, "A card's id, or all")->type_name("ID|all");
+    monitor
+        ->add_option("--interval", options.intervalSeconds,
+                     "Seconds from one sample to the next, 0.1 to 3600 (default: 1)")
+        ->type_name("S")
+        ->check(numberFrom(shortestInterval, longestInterval, "number of seconds"));
+    monitor->add_option("--count", options.count, "Samples to take (default: until Ctrl-C)")
+        ->type_name("N")
+        ->check(numberFrom(std::uint64_t{1}, mostSamples, "whole number"));
+    monitor->add_option("--csv", options.csv, "Write every sample into a file, a line for each card")
+        ->type_name("FILE");
+}
+
 } // namespace
 
 ParsedArguments parseArguments(const std::vector<std::string>& arguments) {
@@ -87,6 +125,7 @@ ParsedArguments parseArguments(const std::vector<std::string>& arguments) {
     defineTests(app, options);
     defineRun(app, options);
     defineSelfCheck(app);
+    defineMonitor(app, options);
     try {
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
     } catch (const CLI::CallForHelp&) {
@@ -99,7 +138,8 @@ ParsedArguments parseArguments(const std::vector<std::string>& arguments) {
     }
     const auto chosen = app.get_subcommands();
     if (chosen.empty()) {
-        throw UsageError("no command is named: there is cards, tests, run and selfcheck (--help tells more)");
+        throw UsageError(
+            "no command is named: there is cards, tests, run, monitor and selfcheck (--help tells more)");
     }
     options.command = commands.at(chosen.front()->get_name());
     return {std::move(options), {}};

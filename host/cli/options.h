@@ -2,13 +2,14 @@
 
 #include "host/core/run_plan.h"
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace vexil::host {
 
-enum class Command { Cards, Tests, Run, SelfCheck };
+enum class Command { Cards, Tests, Run, Monitor, SelfCheck };
 
 /// What the command line asks for.
 struct Options {
@@ -20,6 +21,9 @@ struct Options {
     bool failFast = false;
     RunRequest request;
     std::vector<std::string> reports;
+    double intervalSeconds = 1; ///< of `monitor`
+    std::uint64_t count = 0;    ///< samples of `monitor`; 0: until it is interrupted
+    std::string csv;            ///< file for the samples; empty: none
 };
 
 /// The options, or a text that the user asked for (help or version). Throws `UsageError` for what cannot be

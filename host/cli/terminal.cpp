@@ -39,6 +39,7 @@ std::string_view Terminal::glyph(std::string_view utf8, std::string_view ascii) 
 }
 
 void Terminal::line(std::string_view text) {
+    drawnLines_ = 0;
     if (traits_.interactive) {
         out_ << '\r' << text << "\x1b[K\n";
     } else {
@@ -59,6 +60,17 @@ void Terminal::redraw(std::string_view text) {
     out_.flush();
 }
 
+void Terminal::redrawBlock(const std::vector<std::string>& lines) {
+    // The cursor stands on the line below, and cannot go back to what has left the screen.
+    const std::size_t shown = std::min<std::size_t>(lines.size(), std::max(traits_.height, 2U) - 1);
+    std::string text = drawnLines_ == 0 ? "" : "\x1b[" + std::to_string(drawnLines_) + 'A';
+    for (std::size_t i = 0; i < shown; ++i) {
+        text += '\r' + lines[i] + "\x1b[K\n";
+    }
+    out_ << text << "\r\x1b[J" << std::flush;
+    drawnLines_ = shown;
+}
+
 std::size_t columns(std::string_view text) {
     return static_cast<std::size_t>(std::ranges::count_if(text, startsCharacter));
 }
@@ -73,6 +85,11 @@ std::string fit(std::string_view text, std::size_t width) {
         return std::string(text.substr(0, bytesOf(text, width)));
     }
     return std::string(text.substr(0, bytesOf(text, width - dots.size()))) + std::string(dots);
+}
+
+std::string alignRight(std::string_view text, std::size_t width) {
+    const auto length = columns(text);
+    return std::string(length < width ? width - length : 0, ' ') + std::string(text);
 }
 
 std::vector<std::string> wrap(std::string_view text, std::size_t width) {

@@ -2,6 +2,7 @@
 
 #include "core/module.h"
 #include "host/core/exit_code.h"
+#include "host/core/processor_name.h"
 
 #include <exception>
 
@@ -33,7 +34,9 @@ std::vector<Card> scanCards(core::Module& module) {
         }
         scanner->scan(collector);
     } catch (const std::exception& error) {
-        throw InternalError(std::string("no card could be listed, the scan ended with: ") + error.what());
+        // The module does not always say which processor it means.
+        throw InternalError(std::string("no card could be listed, the scan ended with: ") + error.what() +
+                            " (processor: " + processorName() + ')');
     }
     std::vector<Card> cards;
     const auto devices = scanner->devices();

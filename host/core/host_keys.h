@@ -42,6 +42,14 @@ inline constexpr const char* cardWithoutId = "HOST_CARD_WITHOUT_ID";
 inline constexpr const char* temperature = "HOST_TEMPERATURE";
 inline constexpr const char* load = "HOST_LOAD";
 inline constexpr const char* freeMemory = "HOST_FREE_MEMORY";
+inline constexpr const char* sample = "HOST_SAMPLE";
+inline constexpr const char* now = "HOST_NOW";
+inline constexpr const char* minimum = "HOST_MINIMUM";
+inline constexpr const char* average = "HOST_AVERAGE";
+inline constexpr const char* maximum = "HOST_MAXIMUM";
+inline constexpr const char* history = "HOST_HISTORY";
+inline constexpr const char* stopMonitor = "HOST_STOP_MONITOR";
+inline constexpr const char* samplesWrittenTo = "HOST_SAMPLES_WRITTEN_TO";
 inline constexpr const char* test = "HOST_TEST";
 inline constexpr const char* tests = "HOST_TESTS";
 inline constexpr const char* result = "HOST_RESULT";
@@ -76,7 +84,8 @@ inline constexpr std::array all = {
     passed, failed, cleanupFailed, deviceUnavailable, notSupported, notCompleted, unknownResult,
     countPassed, countFailed, countCleanupFailed, countNoVerdict, countProgramErrors, countNotRun, verdictPassed, verdictFailed, verdictNone, verdictCleanupFailed,
     verdictProgramError, realMachine, simulatedMachine, simulatedForLackOfCards, noCards, direct3dMissing, noWorker,
-    stopping, card, cards, cardWithoutId, temperature, load, freeMemory, test, tests, result, time, messages,
+    stopping, card, cards, cardWithoutId, temperature, load, freeMemory, sample,
+    now, minimum, average, maximum, history, stopMonitor, samplesWrittenTo, test, tests, result, time, messages,
     parameters, defaultValue, supportedBy, noCardSupports, everyCard, notAvailable, notOffered, nothingToRun,
     summary, reportTitle, machine, module, operatingSystem, startedAt, writtenTo, required, got,
     notRunHere, countAsRequired, countOtherwise, selfCheckPassed, selfCheckFailed,

@@ -1,6 +1,7 @@
 #include "host/core/live_values.h"
 
 #include "core/module.h"
+#include "host/core/statistics_source.h"
 #include "host/core/test_catalogue.h"
 #include "host/core/test_runner.h"
 
@@ -51,6 +52,7 @@ std::vector<std::unique_ptr<LiveSource>> liveSources(const core::Module& module,
     if (dispatcherHasWorker(hardwareThreads)) {
         sources.push_back(std::make_unique<ThermalToolSource>(module));
     }
+    sources.push_back(std::make_unique<StatisticsSource>());
     return sources;
 }
 

@@ -40,8 +40,8 @@ private:
     const core::Module& module_;
 };
 
-/// The sources of a machine with so many hardware threads; the tool runs on a worker of the dispatcher, so
-/// without one there is no temperature.
+/// The sources of the machine in place, with so many hardware threads; the tool runs on a worker of the
+/// dispatcher, so without one there is no temperature.
 [[nodiscard]] std::vector<std::unique_ptr<LiveSource>> liveSources(const core::Module& module,
                                                                    unsigned hardwareThreads);
 

@@ -12,9 +12,8 @@ namespace vexil::host {
 
 namespace {
 
-std::string describeBytes(std::uint64_t bytes) {
+std::string describeBytes(double value) {
     constexpr std::array units = {"B", "KiB", "MiB", "GiB", "TiB"};
-    auto value = static_cast<double>(bytes);
     std::size_t unit = 0;
     while (value >= 1024.0 && unit + 1 < units.size()) {
         value /= 1024.0;
@@ -24,21 +23,37 @@ std::string describeBytes(std::uint64_t bytes) {
                     : fmt::format("{:.1f} {}", value, units[unit]);
 }
 
+std::string describe(LiveKind kind, double value, int decimals) {
+    switch (kind) {
+    case LiveKind::Temperature:
+        return fmt::format("{:.{}f} °C", value, decimals);
+    case LiveKind::Load:
+        return fmt::format("{:.{}f} %", value, decimals);
+    default:
+        return describeBytes(value);
+    }
+}
+
 } // namespace
 
 std::vector<std::pair<std::string, std::string>> describeLive(const LiveValues& live,
                                                               const Language& language) {
     std::vector<std::pair<std::string, std::string>> values;
-    if (live.temperatureCelsius) {
-        values.emplace_back(language.text(keys::temperature), fmt::format("{} °C", *live.temperatureCelsius));
-    }
-    if (live.usagePercent) {
-        values.emplace_back(language.text(keys::load), fmt::format("{} %", *live.usagePercent));
-    }
-    if (live.freeMemoryBytes) {
-        values.emplace_back(language.text(keys::freeMemory), describeBytes(*live.freeMemoryBytes));
+    for (const auto kind : liveKinds) {
+        if (const auto value = valueOf(live, kind)) {
+            values.emplace_back(language.text(liveKindKey(kind)), describeValue(kind, *value));
+        }
     }
     return values;
+}
+
+std::string describeValue(LiveKind kind, double value) { return describe(kind, value, 0); }
+std::string describeMean(LiveKind kind, double value) { return describe(kind, value, 1); }
+
+const char* liveKindKey(LiveKind kind) {
+    constexpr std::array labels = {keys::temperature, keys::load, keys::freeMemory};
+    static_assert(labels.size() == liveKinds.size());
+    return labels.at(static_cast<std::size_t>(kind));
 }
 
 std::string describeDuration(std::chrono::duration<double> duration) {

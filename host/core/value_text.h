@@ -3,6 +3,7 @@
 #include "host/core/language.h"
 #include "host/core/live_values.h"
 #include "host/core/plan_execution.h"
+#include "host/core/sample_summary.h"
 
 #include <chrono>
 #include <string>
@@ -15,6 +16,12 @@ namespace vexil::host {
 /// "45 °C", "7 %", "1.9 GiB", each with its label; only the values that are there.
 [[nodiscard]] std::vector<std::pair<std::string, std::string>> describeLive(const LiveValues& live,
                                                                             const Language& language);
+
+/// One of them: "45 °C", "7 %", "1.9 GiB". A mean of degrees or percents has a decimal.
+[[nodiscard]] std::string describeValue(LiveKind kind, double value);
+[[nodiscard]] std::string describeMean(LiveKind kind, double value);
+/// The key of its label.
+[[nodiscard]] const char* liveKindKey(LiveKind kind);
 
 /// "12 ms", "1.2 s", "2:05 min", "1:00:00 h".
 [[nodiscard]] std::string describeDuration(std::chrono::duration<double> duration);

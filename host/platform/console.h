@@ -14,6 +14,9 @@ void prepareConsole();
 /// Columns of the terminal; 80 where nothing tells.
 [[nodiscard]] unsigned terminalWidth();
 
+/// Lines of the terminal; 24 where nothing tells.
+[[nodiscard]] unsigned terminalHeight();
+
 /// Whether the terminal shows UTF-8.
 [[nodiscard]] bool terminalShowsUtf8();
 

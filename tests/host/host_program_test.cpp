@@ -1,4 +1,5 @@
 #include "host/cli/host_program.h"
+#include "host/core/processor_name.h"
 #include "host/core/utf8_path.h"
 #include "host/platform/process.h"
 #include "support/test_folder.h"
@@ -247,7 +248,9 @@ TEST_F(HostProgram, TellsWhyAScanEndedAsAnInternalError) {
     const auto answer = run({"cards"});
     EXPECT_EQ(answer.code, 70);
     EXPECT_EQ(answer.err,
-              "vxe-host: no card could be listed, the scan ended with: Unknown processor: Fake 9000\n");
+              "vxe-host: no card could be listed, the scan ended with: Unknown processor: Fake 9000 "
+              "(processor: " +
+                  processorName() + ")\n");
 }
 
 TEST_F(HostProgram, StartsNothingElseOnceItIsStopped) {

@@ -1,5 +1,6 @@
 #include "host/core/exit_code.h"
 #include "host/core/module_library.h"
+#include "host/core/processor_name.h"
 #include "host/core/session.h"
 #include "host/core/utf8_path.h"
 #include "host/platform/process.h"
@@ -80,8 +81,9 @@ TEST_F(ModuleLibraries, WhoseScanThrowsAreAnInternalErrorWithTheReason) {
         const Session session({}, platform::programFolder(), toUtf8(built(VEXIL_FAKE_MODULE_FILE)));
         FAIL();
     } catch (const InternalError& error) {
-        EXPECT_STREQ(error.what(),
-                     "no card could be listed, the scan ended with: Unknown processor: Fake 9000");
+        EXPECT_EQ(error.what(),
+                  "no card could be listed, the scan ended with: Unknown processor: Fake 9000 (processor: " +
+                      processorName() + ')');
     }
 }
 

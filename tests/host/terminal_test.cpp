@@ -51,6 +51,32 @@ TEST(Terminal, ClearsWhatItDrawsOver) {
     EXPECT_EQ(out.str(), "\rhalf\x1b[K\rdone\x1b[K\n");
 }
 
+TEST(Terminal, DrawsABlockOverTheOneBefore) {
+    std::ostringstream out;
+    Terminal terminal(out, {true, false, false, 80, 24});
+    terminal.redrawBlock({"one", "two"});
+    EXPECT_EQ(out.str(), "\rone\x1b[K\n\rtwo\x1b[K\n\r\x1b[J");
+    out.str("");
+    terminal.redrawBlock({"three"});
+    EXPECT_EQ(out.str(), "\x1b[2A\rthree\x1b[K\n\r\x1b[J") << "what stood below is cleared";
+    out.str("");
+    terminal.line("between");
+    terminal.redrawBlock({"four"});
+    EXPECT_EQ(out.str(), "\rbetween\x1b[K\n\rfour\x1b[K\n\r\x1b[J") << "the line stays";
+}
+
+TEST(Terminal, LeavesOutOfABlockWhatTheScreenHasNoLinesFor) {
+    std::ostringstream out;
+    Terminal terminal(out, {true, false, false, 80, 3});
+    terminal.redrawBlock({"one", "two", "three"});
+    EXPECT_EQ(out.str(), "\rone\x1b[K\n\rtwo\x1b[K\n\r\x1b[J");
+}
+
+TEST(TerminalText, IsAlignedRight) {
+    EXPECT_EQ(alignRight("7 °C", 6), "  7 °C");
+    EXPECT_EQ(alignRight("long", 2), "long");
+}
+
 TEST(Terminal, ChoosesGlyphsByWhatTheTerminalShows) {
     std::ostringstream out;
     EXPECT_EQ(Terminal(out, {true, true, true, 80}).glyph("✓", "+"), "✓");

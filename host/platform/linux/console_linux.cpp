@@ -33,6 +33,14 @@ unsigned terminalWidth() {
     return 80;
 }
 
+unsigned terminalHeight() {
+    winsize size{};
+    if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_row > 0) {
+        return size.ws_row;
+    }
+    return 24;
+}
+
 bool terminalShowsUtf8() { return std::strcmp(nl_langinfo(CODESET), "UTF-8") == 0; }
 
 } // namespace vexil::host::platform

@@ -39,6 +39,14 @@ unsigned terminalWidth() {
     return 80;
 }
 
+unsigned terminalHeight() {
+    CONSOLE_SCREEN_BUFFER_INFO info{};
+    if (GetConsoleScreenBufferInfo(handleOf(Stream::Output), &info) != 0) {
+        return static_cast<unsigned>(info.srWindow.Bottom - info.srWindow.Top + 1);
+    }
+    return 24;
+}
+
 bool terminalShowsUtf8() { return GetConsoleOutputCP() == CP_UTF8; }
 
 } // namespace vexil::host::platform

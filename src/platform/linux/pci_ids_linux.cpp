@@ -3,13 +3,14 @@
 #include <array>
 #include <cstdio>
 #include <fstream>
+#include <system_error>
 
 namespace vexil::platform {
 
 namespace {
 
-/// Debian's place, then that of the other families.
-constexpr std::array databases = {"usr/share/misc/pci.ids", "usr/share/hwdata/pci.ids"};
+/// Debian's place, then those of the other families.
+constexpr std::array databases = {"usr/share/misc/pci.ids", "usr/share/hwdata/pci.ids", "usr/share/pci.ids"};
 
 struct KnownVendor {
     std::uint32_t id;
@@ -51,14 +52,19 @@ PciNames lookUp(std::istream& database, std::uint32_t vendor, std::uint32_t devi
 
 } // namespace
 
-PciNames pciNames(const std::filesystem::path& root, std::uint32_t vendor, std::uint32_t device) {
-    PciNames names;
+std::filesystem::path findPciIdDatabase(const std::filesystem::path& root) {
+    std::error_code error;
     for (const char* path : databases) {
-        if (std::ifstream database(root / path); database) {
-            names = lookUp(database, vendor, device);
-            break;
+        if (std::filesystem::exists(root / path, error)) {
+            return root / path;
         }
     }
+    return {};
+}
+
+PciNames lookUpPciNames(const std::filesystem::path& database, std::uint32_t vendor, std::uint32_t device) {
+    std::ifstream stream(database);
+    auto names = lookUp(stream, vendor, device);
     for (const auto& known : knownVendors) {
         if (names.vendor.empty() && known.id == vendor) {
             names.vendor = known.name;

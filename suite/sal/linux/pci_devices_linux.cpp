@@ -1,6 +1,6 @@
 #include "pci_devices_linux.h"
 
-#include "pci_id_database_linux.h"
+#include "platform/linux/pci_ids.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -111,7 +111,7 @@ std::vector<SystemDevice> PciDeviceSource::list(const WinDeviceScanFilter& filte
         if (!pci || (asksForInterface(filter) && !hasDisplayInterface(folder, *pci))) {
             continue;
         }
-        const auto names = lookUpPciNames(idDatabase_, pci->vendorId, pci->deviceId);
+        const auto names = platform::lookUpPciNames(idDatabase_, pci->vendorId, pci->deviceId);
         SystemDevice device;
         device.manufacturer = names.vendor;
         device.description = tradeName(names.device);
@@ -128,7 +128,7 @@ std::vector<SystemDevice> PciDeviceSource::list(const WinDeviceScanFilter& filte
 }
 
 std::unique_ptr<DeviceSource> makeSystemDeviceSource() {
-    return std::make_unique<PciDeviceSource>("/sys/bus/pci/devices", findPciIdDatabase());
+    return std::make_unique<PciDeviceSource>("/sys/bus/pci/devices", platform::findPciIdDatabase("/"));
 }
 
 } // namespace vexil::sal

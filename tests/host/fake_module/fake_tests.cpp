@@ -5,8 +5,10 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <set>
 #include <stdexcept>
 #include <thread>
@@ -82,6 +84,7 @@ public:
         case FakeId::hasParameter:
             return leave(reporter, "DURATION_(MINUTES): " + duration_.value(), TestResult::Passed);
         case FakeId::thermalTool:
+            interruptIfAskedTo();
             reporter.report({0,
                              "{\"deviceId\": \"0100\", \"deviceName\": \"Fast\", \"temperatureCelsius\": 45, "
                              "\"temperatureFahrenheit\": 113}"});
@@ -96,6 +99,15 @@ private:
         reporter.setProgress(100);
         reporter.report({0, key});
         return result;
+    }
+
+    /// The environment tells at which reading of the process, from 1, the user presses Ctrl-C.
+    static void interruptIfAskedTo() {
+        static std::atomic<int> readings{0};
+        const char* text = std::getenv("VEXIL_FAKE_INTERRUPT_AT");
+        if (++readings == (text == nullptr ? 0 : std::atoi(text))) {
+            std::raise(SIGINT);
+        }
     }
 
     static std::uint8_t pass(core::TestReporter& reporter) {

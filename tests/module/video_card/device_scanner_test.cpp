@@ -187,6 +187,66 @@ TEST_F(DeviceScannerTest, TakesTheFirstOfTwoSourcesOfOneKind) {
     EXPECT_EQ(temperature, 41);
 }
 
+/// Tells when it goes.
+class MortalSource final : public VideoCardStatistics {
+public:
+    MortalSource(bool matches, bool& gone) : matches_(matches), gone_(gone) {}
+    ~MortalSource() override { gone_ = true; }
+
+    [[nodiscard]] bool matches(const AdapterRecord&) const override { return matches_; }
+    VideoCardStatisticsStatus getTemperature(std::int64_t&) override { return unavailable; }
+    VideoCardStatisticsStatus getUsage(std::uint64_t&) override { return unavailable; }
+    VideoCardStatisticsStatus getTotalMemory(std::uint64_t&) override { return unavailable; }
+    VideoCardStatisticsStatus getFreeMemory(std::uint64_t&) override { return unavailable; }
+
+private:
+    static constexpr auto unavailable = VideoCardStatisticsStatus::Unavailable;
+    bool matches_;
+    bool& gone_;
+};
+
+TEST_F(DeviceScannerTest, LetsGoOfTheSourcesThatMatchNoDeviceAtTheEndAndOfTheOthersWithTheirDevice) {
+    card("Card", 1);
+    bool matchingGone = false;
+    bool otherGone = false;
+    machine_.scans.nvapi = [&](StatisticsSources& sources) {
+        sources.push_back(std::make_unique<MortalSource>(false, otherGone));
+        sources.push_back(std::make_unique<MortalSource>(true, matchingGone));
+    };
+    scan();
+    EXPECT_TRUE(otherGone);
+    EXPECT_FALSE(matchingGone);
+    machine_.scans.nvapi = {};
+    scan();
+    EXPECT_TRUE(matchingGone);
+}
+
+TEST_F(DeviceScannerTest, LetsDevicesTakeSourcesInTheOrderOfTheSystemsList) {
+    card("First Intel", 0, "8086");
+    card("Other", 3);
+    card("Second Intel", 2, "8086");
+    machine_.scans.intel = [](StatisticsSources& sources) {
+        class IntelSource final : public VideoCardStatistics {
+            [[nodiscard]] bool matches(const AdapterRecord& adapter) const override {
+                return adapter.vendorId == "8086";
+            }
+            VideoCardStatisticsStatus getTemperature(std::int64_t&) override {
+                return VideoCardStatisticsStatus::Ok;
+            }
+            VideoCardStatisticsStatus getUsage(std::uint64_t&) override { return {}; }
+            VideoCardStatisticsStatus getTotalMemory(std::uint64_t&) override { return {}; }
+            VideoCardStatisticsStatus getFreeMemory(std::uint64_t&) override { return {}; }
+        };
+        sources.push_back(std::make_unique<IntelSource>());
+    };
+    scan();
+    std::int64_t celsius = 0;
+    for (std::size_t i = 0; i < 3; ++i) {
+        const auto each = device(i);
+        EXPECT_EQ(each->getTemperature(celsius), each->displayName() == "First Intel") << each->displayName();
+    }
+}
+
 TEST_F(DeviceScannerTest, PutsIntelCardsLast) {
     card("Intel UHD", 0, "8086");
     card("GeForce", 1);

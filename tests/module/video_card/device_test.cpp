@@ -209,5 +209,30 @@ TEST_F(DeviceTest, AnswersLiveValuesThroughItsStatistics) {
     EXPECT_EQ(value, 1U);
 }
 
+TEST_F(DeviceTest, LetsGoOfTheStatisticsThatItHeldBefore) {
+    class Source final : public VideoCardStatistics {
+    public:
+        explicit Source(std::shared_ptr<int> token) : token_(std::move(token)) {}
+        [[nodiscard]] bool matches(const AdapterRecord&) const override { return true; }
+        VideoCardStatisticsStatus getTemperature(std::int64_t&) override { return {}; }
+        VideoCardStatisticsStatus getUsage(std::uint64_t&) override { return {}; }
+        VideoCardStatisticsStatus getTotalMemory(std::uint64_t&) override { return {}; }
+        VideoCardStatisticsStatus getFreeMemory(std::uint64_t&) override { return {}; }
+
+    private:
+        std::shared_ptr<int> token_;
+    };
+    const auto first = std::make_shared<int>();
+    const auto second = std::make_shared<int>();
+    {
+        const auto device = make(record("A", "10DE", "03:00.0"));
+        device->setStatistics(std::make_unique<Source>(first));
+        device->setStatistics(std::make_unique<Source>(second));
+        EXPECT_EQ(first.use_count(), 1);
+        EXPECT_EQ(second.use_count(), 2);
+    }
+    EXPECT_EQ(second.use_count(), 1) << "the device takes its statistics with it";
+}
+
 } // namespace
 } // namespace vexil::module::video_card

@@ -11,7 +11,8 @@ namespace {
 
 using vexil::platform::CimObject;
 using vexil::platform::displayDriverObjects;
-using vexil::platform::pciNames;
+using vexil::platform::findPciIdDatabase;
+using vexil::platform::lookUpPciNames;
 using vexil::platform::videoControllerObjects;
 using vexil::tests::RecordedTree;
 
@@ -99,20 +100,41 @@ TEST(VideoControllers, AreListedWithADriverOrWithout) {
     EXPECT_EQ(column(controllers, "DriverVersion"), (Texts{"6.8.0-45-generic", "-"}));
 }
 
-TEST(PciNames, AreLookedUpUnderTheirVendor) {
-    const auto tree = machine("intel_nvidia_desktop.tree");
-    EXPECT_EQ(pciNames(tree.root(), 0x10DE, 0x1C03).device, "GP106 [GeForce GTX 1060 6GB]");
-    EXPECT_EQ(pciNames(tree.root(), 0x1AF4, 0x1041).vendor, "Red Hat, Inc.");
-    EXPECT_EQ(pciNames(tree.root(), 0x1AF4, 0x1C03).device, "") << "another vendor has that number";
-    EXPECT_EQ(pciNames(tree.root(), 0x10DE, 0xFFFF).vendor, "NVIDIA Corporation");
-    EXPECT_EQ(pciNames(tree.root(), 0xFFFF, 0x1C03).vendor, "");
+vexil::platform::PciNames pciNames(const RecordedTree& tree, std::uint32_t vendor, std::uint32_t device) {
+    return lookUpPciNames(findPciIdDatabase(tree.root()), vendor, device);
 }
 
-TEST(PciNames, AreFoundInTheOtherPlaceOfTheDatabase) {
+TEST(PciNames, AreLookedUpUnderTheirVendor) {
+    const auto tree = machine("intel_nvidia_desktop.tree");
+    EXPECT_EQ(pciNames(tree, 0x10DE, 0x1C03).device, "GP106 [GeForce GTX 1060 6GB]");
+    EXPECT_EQ(pciNames(tree, 0x1AF4, 0x1041).vendor, "Red Hat, Inc.");
+    EXPECT_EQ(pciNames(tree, 0x1AF4, 0x1C03).device, "") << "another vendor has that number";
+    EXPECT_EQ(pciNames(tree, 0x10DE, 0xFFFF).vendor, "NVIDIA Corporation");
+    EXPECT_EQ(pciNames(tree, 0xFFFF, 0x1C03).vendor, "");
+}
+
+TEST(PciNames, AreFoundInEveryPlaceOfTheDatabase) {
+    for (const char* place : {"usr/share/misc/pci.ids", "usr/share/hwdata/pci.ids", "usr/share/pci.ids"}) {
+        RecordedTree tree;
+        tree.addFile(place, "1234  Somebody\n\t1111  Something\n");
+        EXPECT_EQ(pciNames(tree, 0x1234, 0x1111).vendor, "Somebody") << place;
+        EXPECT_EQ(pciNames(tree, 0x1234, 0x1111).device, "Something") << place;
+    }
+}
+
+TEST(PciNames, AreNotThoseOfASubsystem) {
     RecordedTree tree;
-    tree.addFile("usr/share/hwdata/pci.ids", "1234  Somebody\n\t1111  Something\n");
-    EXPECT_EQ(pciNames(tree.root(), 0x1234, 0x1111).vendor, "Somebody");
-    EXPECT_EQ(pciNames(tree.root(), 0x1234, 0x1111).device, "Something");
+    tree.addFile("usr/share/misc/pci.ids",
+                 "10de  NVIDIA Corporation\n\t1c03  GP106\n\t\t1458 3722  WINDFORCE\n");
+    EXPECT_EQ(pciNames(tree, 0x10DE, 0x1458).device, "");
+}
+
+TEST(PciNames, AreThoseOfTheKnownMakersWithoutADatabase) {
+    const RecordedTree tree;
+    EXPECT_TRUE(findPciIdDatabase(tree.root()).empty());
+    EXPECT_EQ(pciNames(tree, 0x8086, 0x3E92).vendor, "Intel Corporation");
+    EXPECT_EQ(pciNames(tree, 0x8086, 0x3E92).device, "");
+    EXPECT_EQ(pciNames(tree, 0x1234, 0x1111).vendor, "");
 }
 
 } // namespace

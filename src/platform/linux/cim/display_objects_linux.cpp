@@ -103,12 +103,13 @@ system::CimValue textOrEmpty(const std::string& text) {
 } // namespace
 
 std::vector<CimObject> displayDriverObjects(const fs::path& root) {
+    const auto database = findPciIdDatabase(root);
     std::vector<CimObject> objects;
     for (const auto& controller : displayControllers(root)) {
         if (controller.driver.empty()) {
             continue;
         }
-        const auto names = pciNames(root, controller.vendor, controller.device);
+        const auto names = lookUpPciNames(database, controller.vendor, controller.device);
         objects.push_back({
             {"DeviceClass", std::string("DISPLAY")},
             {"DeviceID", hardwareId(controller)},
@@ -125,9 +126,10 @@ std::vector<CimObject> displayDriverObjects(const fs::path& root) {
 }
 
 std::vector<CimObject> videoControllerObjects(const fs::path& root) {
+    const auto database = findPciIdDatabase(root);
     std::vector<CimObject> objects;
     for (const auto& controller : displayControllers(root)) {
-        const auto names = pciNames(root, controller.vendor, controller.device);
+        const auto names = lookUpPciNames(database, controller.vendor, controller.device);
         objects.push_back({
             {"AdapterCompatibility", textOrEmpty(names.vendor)},
             {"Caption", textOrEmpty(names.device)},
