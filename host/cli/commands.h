@@ -18,6 +18,8 @@ struct CommandContext {
 
 [[nodiscard]] ExitCode listCardsCommand(const CommandContext& context);
 [[nodiscard]] ExitCode listTestsCommand(const CommandContext& context);
+[[nodiscard]] ExitCode listLogCommand(const CommandContext& context);
+[[nodiscard]] ExitCode clearLogCommand(const CommandContext& context);
 [[nodiscard]] ExitCode runCommand(const CommandContext& context);
 
 /// Opens the machine that the options choose. `announce` says in a line which one it is.

@@ -24,6 +24,8 @@ ExitCode dispatch(const Options& options, const HostEnvironment& environment) {
         return listCardsCommand(context);
     case Command::Tests:
         return listTestsCommand(context);
+    case Command::Log:
+        return options.clearLog ? clearLogCommand(context) : listLogCommand(context);
     default:
         return runCommand(context);
     }

@@ -50,6 +50,16 @@ void defineRun(CLI::App& app, Options& options) {
         ->type_name("FILE.json|FILE.html")
         ->expected(1)
         ->take_all();
+    run->add_flag("--log", options.log, "Log each result, as it comes, among those of earlier runs");
+}
+
+void defineLog(CLI::App& app, Options& options) {
+    auto* log = app.add_subcommand("log", "Show or clear the log of results that run --log has written");
+    auto* list = log->add_subcommand("list", "Show the results in the log, the oldest first");
+    list->add_flag("--json", options.json, "Write JSON (vexil.log/1)");
+    auto* clear = log->add_subcommand("clear", "Remove all results from the log");
+    clear->final_callback([&options] { options.clearLog = true; });
+    log->require_subcommand(1);
 }
 
 } // namespace
@@ -73,6 +83,7 @@ ParsedArguments parseArguments(const std::vector<std::string>& arguments) {
     defineCards(app, options);
     defineTests(app, options);
     defineRun(app, options);
+    defineLog(app, options);
     try {
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
     } catch (const CLI::CallForHelp&) {
@@ -85,10 +96,13 @@ ParsedArguments parseArguments(const std::vector<std::string>& arguments) {
     }
     const auto chosen = app.get_subcommands();
     if (chosen.empty()) {
-        throw UsageError("no command is named: there is cards, tests and run (--help tells more)");
+        throw UsageError("no command is named: there is cards, tests, run and log (--help tells more)");
     }
     const auto name = chosen.front()->get_name();
-    options.command = name == "run" ? Command::Run : name == "tests" ? Command::Tests : Command::Cards;
+    options.command = name == "run"     ? Command::Run
+                      : name == "tests" ? Command::Tests
+                      : name == "log"   ? Command::Log
+                                        : Command::Cards;
     return {std::move(options), {}};
 }
 

@@ -8,7 +8,7 @@
 
 namespace vexil::host {
 
-enum class Command { Cards, Tests, Run };
+enum class Command { Cards, Tests, Run, Log };
 
 /// What the command line asks for.
 struct Options {
@@ -18,6 +18,8 @@ struct Options {
     std::string module;   ///< empty: the one beside the program
     bool json = false;
     bool failFast = false;
+    bool log = false;      ///< log what `run` finds
+    bool clearLog = false; ///< what `log` is to do; else it lists
     RunRequest request;
     std::vector<std::string> reports;
 };

@@ -136,7 +136,7 @@ protected:
 };
 
 TEST_F(RecordWriters, LoseNoAcknowledgedRecordThoughTheyAreKilled) {
-    constexpr int perWriter = 1500;
+    constexpr int perWriter = 1300;
     run(perWriter, std::chrono::milliseconds(60));
     EXPECT_GE(killed_, 10) << "too few were killed for a proof";
 

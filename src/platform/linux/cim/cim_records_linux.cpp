@@ -26,6 +26,8 @@ std::optional<std::string> recordTrouble(const std::optional<fs::path>& file, Re
             store.commit();
         }
         return std::nullopt;
+    } catch (const UnfitDatabase& failure) {
+        return std::string(failure.what()) + "; it was left as it is: move it away to begin a new one";
     } catch (const DatabaseError& failure) {
         return failure.what();
     }

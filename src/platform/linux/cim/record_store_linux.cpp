@@ -45,10 +45,10 @@ bool holdsTables(Database& database) {
         return true;
     }
     if (application == applicationId && version > formatVersion) {
-        throw DatabaseError("it was written by a newer version of this program");
+        throw UnfitDatabase("it was written by a newer version of this program");
     }
     if (application != 0 || version != 0 || database.number("SELECT count(*) FROM sqlite_master") != 0) {
-        throw DatabaseError("it is a database of another program");
+        throw UnfitDatabase("it is a database of another program");
     }
     return false;
 }
@@ -192,7 +192,7 @@ void RecordStore::verify() {
     Statement checked(database_, "PRAGMA quick_check(1)");
     checked.next();
     if (const auto found = checked.text(0); found != "ok") {
-        throw DatabaseError("it is damaged: " + found);
+        throw UnfitDatabase("it is damaged: " + found);
     }
 }
 

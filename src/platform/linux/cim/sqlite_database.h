@@ -18,6 +18,12 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// The file itself is what is wrong: damaged, or not what it should be.
+class UnfitDatabase final : public DatabaseError {
+public:
+    using DatabaseError::DatabaseError;
+};
+
 class Database {
 public:
     enum class Access { Read, Write };

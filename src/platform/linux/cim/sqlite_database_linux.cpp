@@ -22,6 +22,9 @@ std::string systemReason(sqlite3* database) {
     }
     std::string reason = sqlite3_errmsg(database);
     switch (code & 0xFF) {
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+        throw UnfitDatabase(reason);
     case SQLITE_CANTOPEN:
     case SQLITE_IOERR:
     case SQLITE_FULL:
