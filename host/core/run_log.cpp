@@ -9,8 +9,8 @@
 
 namespace vexil::host {
 
-using platform::RecordUse;
 using system::CimStatus;
+using vexil::platform::RecordUse;
 
 namespace {
 
@@ -47,8 +47,8 @@ std::string describe(CimStatus status) {
 } // namespace
 
 LogPlace systemLogPlace() {
-    return {system::makeCim(), platform::recordPlace(),
-            [](RecordUse use) { return platform::recordTrouble(use); }};
+    return {system::makeCim(), vexil::platform::recordPlace(),
+            [](RecordUse use) { return vexil::platform::recordTrouble(use); }};
 }
 
 RunLog::RunLog(LogPlace place) : place_(std::move(place)), log_(*place_.cim) {}

@@ -19,7 +19,7 @@ struct LogPlace {
     std::shared_ptr<system::Cim> cim;
     std::string name; ///< a file or a namespace, for people
     /// What keeps it from being used, in a line.
-    std::function<std::optional<std::string>(platform::RecordUse)> trouble;
+    std::function<std::optional<std::string>(vexil::platform::RecordUse)> trouble;
 };
 
 /// That of this platform.
@@ -48,7 +48,7 @@ public:
 
 private:
     [[nodiscard]] std::string failure(const char* what, const std::string& reason) const;
-    void require(const char* what, platform::RecordUse use);
+    void require(const char* what, vexil::platform::RecordUse use);
     void require(const char* what, system::CimStatus status);
 
     LogPlace place_;

@@ -13,8 +13,8 @@ namespace vexil::host {
 namespace {
 
 using Json = nlohmann::json;
-using platform::RecordUse;
 using system::CimStatus;
+using vexil::platform::RecordUse;
 using ::vexil::tests::MemoryCim;
 
 struct Answer {

@@ -10,9 +10,9 @@
 namespace vexil::host {
 namespace {
 
-using platform::RecordUse;
 using system::CimStatus;
 using system::ResultRecord;
+using vexil::platform::RecordUse;
 using ::vexil::tests::MemoryCim;
 
 class RunLogTest : public ::testing::Test {
