@@ -19,6 +19,8 @@ struct CommandContext {
 [[nodiscard]] ExitCode listCardsCommand(const CommandContext& context);
 [[nodiscard]] ExitCode listTestsCommand(const CommandContext& context);
 [[nodiscard]] ExitCode monitorCommand(const CommandContext& context);
+[[nodiscard]] ExitCode listLogCommand(const CommandContext& context);
+[[nodiscard]] ExitCode clearLogCommand(const CommandContext& context);
 [[nodiscard]] ExitCode runCommand(const CommandContext& context);
 [[nodiscard]] ExitCode selfCheckCommand(const CommandContext& context);
 

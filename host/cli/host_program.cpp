@@ -28,6 +28,8 @@ ExitCode dispatch(const Options& options, const HostEnvironment& environment) {
         return selfCheckCommand(context);
     case Command::Monitor:
         return monitorCommand(context);
+    case Command::Log:
+        return options.clearLog ? clearLogCommand(context) : listLogCommand(context);
     default:
         return runCommand(context);
     }

@@ -2,9 +2,11 @@
 
 #include "host/cli/terminal.h"
 #include "host/core/direct3d_need.h"
+#include "host/core/run_log.h"
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -23,6 +25,7 @@ struct HostEnvironment {
     bool hasDisplayController = false;
     const volatile std::uint8_t& cancel; ///< non-zero stops the run
     Direct3dProbe direct3dProbe = missingDirect3dLibrary;
+    std::function<LogPlace()> logPlace = systemLogPlace;
 };
 
 /// The program, from its arguments (without its name) to its exit code. Every error is one line on `err`.

@@ -24,6 +24,7 @@ const std::map<std::string, Command> commands = {
     {"tests", Command::Tests},
     {"run", Command::Run},
     {"monitor", Command::Monitor},
+    {"log", Command::Log},
     {"selfcheck", Command::SelfCheck},
 };
 
@@ -62,6 +63,16 @@ void defineRun(CLI::App& app, Options& options) {
         ->type_name("FILE.json|FILE.html")
         ->expected(1)
         ->take_all();
+    run->add_flag("--log", options.log, "Log each result, as it comes, among those of earlier runs");
+}
+
+void defineLog(CLI::App& app, Options& options) {
+    auto* log = app.add_subcommand("log", "Show or clear the log of results that run --log has written");
+    auto* list = log->add_subcommand("list", "Show the results in the log, the oldest first");
+    list->add_flag("--json", options.json, "Write JSON (vexil.log/1)");
+    auto* clear = log->add_subcommand("clear", "Remove all results from the log");
+    clear->final_callback([&options] { options.clearLog = true; });
+    log->require_subcommand(1);
 }
 
 void defineSelfCheck(CLI::App& app) {
@@ -126,6 +137,7 @@ ParsedArguments parseArguments(const std::vector<std::string>& arguments) {
     defineRun(app, options);
     defineSelfCheck(app);
     defineMonitor(app, options);
+    defineLog(app, options);
     try {
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
     } catch (const CLI::CallForHelp&) {
@@ -139,7 +151,7 @@ ParsedArguments parseArguments(const std::vector<std::string>& arguments) {
     const auto chosen = app.get_subcommands();
     if (chosen.empty()) {
         throw UsageError(
-            "no command is named: there is cards, tests, run, monitor and selfcheck (--help tells more)");
+            "no command is named: there is cards, tests, run, monitor, log and selfcheck (--help tells more)");
     }
     options.command = commands.at(chosen.front()->get_name());
     return {std::move(options), {}};

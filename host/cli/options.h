@@ -9,7 +9,7 @@
 
 namespace vexil::host {
 
-enum class Command { Cards, Tests, Run, Monitor, SelfCheck };
+enum class Command { Cards, Tests, Run, Monitor, Log, SelfCheck };
 
 /// What the command line asks for.
 struct Options {
@@ -19,6 +19,8 @@ struct Options {
     std::string module;   ///< empty: the one beside the program
     bool json = false;
     bool failFast = false;
+    bool log = false;      ///< log what `run` finds
+    bool clearLog = false; ///< what `log` is to do; else it lists
     RunRequest request;
     std::vector<std::string> reports;
     double intervalSeconds = 1; ///< of `monitor`

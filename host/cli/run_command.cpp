@@ -2,6 +2,7 @@
 
 #include "host/cli/progress_view.h"
 #include "host/core/host_keys.h"
+#include "host/core/logged_runs.h"
 #include "host/core/report_file.h"
 #include "host/core/value_text.h"
 
@@ -74,7 +75,7 @@ void showSummary(const CommandContext& context, const Report& report) {
 }
 
 /// Runs the plan, or says why nothing can run.
-PlanOutcome runPlan(const CommandContext& context, const Session& session, RunPlan& plan) {
+PlanOutcome runPlan(const CommandContext& context, const Session& session, RunPlan& plan, RunLog* log) {
     PlanOutcome outcome;
     if (plan.runs.empty()) {
         if (!session.cards().empty()) {
@@ -91,7 +92,8 @@ PlanOutcome runPlan(const CommandContext& context, const Session& session, RunPl
     TestRunner runner(session.module().dispatcher(),
                       {&cancel, std::make_shared<core::SystemEventState>(), {}});
     ProgressView view(context.terminal, context.language, session.cards(), plan, cancel);
-    return executePlan(plan, session.cards(), runner, context.options.failFast, cancel, view);
+    LoggedRuns observer(view, log, session.cards(), session.module().nameKey(), context.language);
+    return executePlan(plan, session.cards(), runner, context.options.failFast, cancel, observer);
 }
 
 /// False if one could not be written: the verdict stands whatever becomes of its report.
@@ -109,10 +111,35 @@ bool writeReports(const CommandContext& context, const std::vector<ReportFile>& 
     return allWritten;
 }
 
+/// The log, if the user wants one and it can be written to.
+std::optional<RunLog> openLog(const CommandContext& context) {
+    std::optional<RunLog> log;
+    if (context.options.log) {
+        log.emplace(context.environment.logPlace());
+        log->requireWritable();
+    }
+    return log;
+}
+
+/// False if some result is not in the log: like a report, it changes no verdict.
+bool explainLog(const CommandContext& context, const std::optional<RunLog>& log) {
+    if (!log) {
+        return true;
+    }
+    const auto loss = log->loss();
+    if (loss) {
+        context.environment.err << "vxe-host: " << *loss << std::endl;
+    } else {
+        context.terminal.line(context.language.text(keys::loggedTo) + ' ' + log->place());
+    }
+    return !loss;
+}
+
 } // namespace
 
 ExitCode runCommand(const CommandContext& context) {
     const auto files = prepareReports(context.options.reports);
+    auto log = openLog(context);
     Report report;
     report.startedAt = std::chrono::system_clock::now();
     report.hostVersion = VEXIL_HOST_VERSION;
@@ -129,10 +156,11 @@ ExitCode runCommand(const CommandContext& context) {
     report.cards = session.records();
     report.live =
         readLiveValues(session.cards(), liveSources(session.module(), context.environment.hardwareThreads));
-    report.outcome = runPlan(context, session, plan);
+    report.outcome = runPlan(context, session, plan, log ? &*log : nullptr);
     report.exitCode = report.outcome.summary.exitCode();
     showSummary(context, report);
-    const bool allWritten = writeReports(context, files, report);
+    const bool allReported = writeReports(context, files, report);
+    const bool allWritten = explainLog(context, log) && allReported;
     const bool outranked =
         report.exitCode == ExitCode::CardFailed || report.exitCode == ExitCode::CleanupFailed;
     return allWritten || outranked ? report.exitCode : ExitCode::InternalError;

@@ -70,6 +70,13 @@ inline constexpr const char* module = "HOST_MODULE";
 inline constexpr const char* operatingSystem = "HOST_OPERATING_SYSTEM";
 inline constexpr const char* startedAt = "HOST_STARTED_AT";
 inline constexpr const char* writtenTo = "HOST_WRITTEN_TO";
+inline constexpr const char* loggedTo = "HOST_LOGGED_TO";
+inline constexpr const char* logTitle = "HOST_LOG_TITLE";
+inline constexpr const char* logEmpty = "HOST_LOG_EMPTY";
+inline constexpr const char* logRecord = "HOST_LOG_RECORD";
+inline constexpr const char* logRecords = "HOST_LOG_RECORDS";
+inline constexpr const char* logCleared = "HOST_LOG_CLEARED";
+inline constexpr const char* logExhausted = "HOST_LOG_EXHAUSTED";
 
 inline constexpr const char* required = "HOST_REQUIRED";
 inline constexpr const char* got = "HOST_GOT";
@@ -89,6 +96,7 @@ inline constexpr std::array all = {
     parameters, defaultValue, supportedBy, noCardSupports, everyCard, notAvailable, notOffered, nothingToRun,
     summary, reportTitle, machine, module, operatingSystem, startedAt, writtenTo, required, got,
     notRunHere, countAsRequired, countOtherwise, selfCheckPassed, selfCheckFailed,
+    loggedTo, logTitle, logEmpty, logRecord, logRecords, logCleared, logExhausted,
 };
 // clang-format on
 

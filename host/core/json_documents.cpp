@@ -160,4 +160,20 @@ std::string reportDocument(const Report& report, const Language& language) {
     return write(document);
 }
 
+std::string logDocument(const std::string& place, const std::vector<system::ResultRecord>& records) {
+    Json document = {{"schema", "vexil.log/1"}, {"place", place}};
+    document["records"] = Json::array();
+    for (const auto& record : records) {
+        document["records"].push_back({{"id", record.id},
+                                       {"moduleName", record.moduleName},
+                                       {"deviceUdi", record.deviceUdi},
+                                       {"deviceDisplayName", record.deviceDisplayName},
+                                       {"testName", record.testName},
+                                       {"testStatus", record.testStatus},
+                                       {"testStartTimestamp", record.testStartTimestamp},
+                                       {"testDuration", record.testDuration}});
+    }
+    return write(document);
+}
+
 } // namespace vexil::host

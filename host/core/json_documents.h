@@ -3,6 +3,7 @@
 #include "host/core/language.h"
 #include "host/core/report.h"
 #include "host/core/test_catalogue.h"
+#include "system/result_log.h"
 
 #include <string>
 #include <vector>
@@ -22,5 +23,9 @@ namespace vexil::host {
 
 /// "vexil.report/1".
 [[nodiscard]] std::string reportDocument(const Report& report, const Language& language);
+
+/// "vexil.log/1"; the fields of a record are texts as the log keeps them.
+[[nodiscard]] std::string logDocument(const std::string& place,
+                                      const std::vector<system::ResultRecord>& records);
 
 } // namespace vexil::host

@@ -173,4 +173,23 @@ public:
     HRESULT STDMETHODCALLTYPE GetMethodOrigin(LPCWSTR, BSTR*) override { return E_NOTIMPL; }
 };
 
+class RefusingWbemQualifierSet : public Counted<IWbemQualifierSet> {
+public:
+    HRESULT STDMETHODCALLTYPE Get(LPCWSTR, LONG, VARIANT*, LONG*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE Put(LPCWSTR, VARIANT*, LONG) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE Delete(LPCWSTR) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetNames(LONG, SAFEARRAY**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE BeginEnumeration(LONG) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE Next(LONG, BSTR*, VARIANT*, LONG*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE EndEnumeration() override { return E_NOTIMPL; }
+};
+
+class RefusingWbemCallResult : public Counted<IWbemCallResult> {
+public:
+    HRESULT STDMETHODCALLTYPE GetResultObject(LONG, IWbemClassObject**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetResultString(LONG, BSTR*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetResultServices(LONG, IWbemServices**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetCallStatus(LONG, LONG*) override { return E_NOTIMPL; }
+};
+
 } // namespace vexil::tests

@@ -263,10 +263,4 @@ TEST_F(WinCimTest, NarrowsByTheProcessesCodePage) {
     EXPECT_EQ(textOf(FakeValue::text(L"\u00E9")), expected);
 }
 
-TEST_F(WinCimTest, KeepsNoRecordsAndRemovesNoNamespace) {
-    EXPECT_EQ(static_cast<int>(cim_.writeRecord({}, {}, "Class", machineNamespace)), 19);
-    EXPECT_EQ(static_cast<int>(cim_.removeNamespace(L"ROOT", L"Parent", L"Child")), 18);
-    EXPECT_TRUE(com_.calls.empty());
-}
-
 } // namespace

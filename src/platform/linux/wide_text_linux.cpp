@@ -45,4 +45,7 @@ std::string toUtf8(std::wstring_view wide) {
     return convert<char>("UTF-8", "WCHAR_T", wide, std::string_view("\xEF\xBF\xBD"));
 }
 
+std::string toProcessText(std::string_view utf8) { return std::string(utf8); }
+std::string fromProcessText(std::string_view text) { return std::string(text); }
+
 } // namespace vexil::platform

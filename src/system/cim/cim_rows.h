@@ -27,4 +27,22 @@ private:
     std::unique_ptr<std::vector<CimRow*>, Free> rows_;
 };
 
+/// The rows of a query, given back to the client that they come from.
+class OwnedRows {
+public:
+    explicit OwnedRows(Cim& cim) : cim_(cim) {}
+    OwnedRows(const OwnedRows&) = delete;
+    OwnedRows& operator=(const OwnedRows&) = delete;
+    ~OwnedRows() { cim_.freeRows(&rows_); }
+
+    /// Where the query is to put them.
+    [[nodiscard]] CimRows& out() { return rows_; }
+    [[nodiscard]] std::size_t size() const { return rows_ == nullptr ? 0 : rows_->size(); }
+    [[nodiscard]] const CimRow& operator[](std::size_t index) const { return *rows_->at(index); }
+
+private:
+    Cim& cim_;
+    CimRows rows_ = nullptr;
+};
+
 } // namespace vexil::system

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include <map>
 #include <memory>
 #include <string>
@@ -41,7 +43,7 @@ protected:
     }
 
     RecordedTree tree_{std::string(VEXIL_TEST_DATA) + "/intel_nvidia_desktop.tree"};
-    LinuxCim cim_{tree_.root()};
+    LinuxCim cim_{tree_.root(), tree_.root() / "state/cim.sqlite3"};
     Rows rows_;
     bool isNull_ = false;
 
@@ -144,9 +146,18 @@ TEST_F(LinuxCimTest, ChecksTheNamespaceThenTheArgumentsThenTheQuery) {
     EXPECT_EQ(static_cast<int>(cim_.query(properties, nullptr, 1, rows, machineNamespace)), 26);
 }
 
-TEST_F(LinuxCimTest, KeepsNoRecordsAndRemovesNoNamespace) {
+TEST_F(LinuxCimTest, WritesNoRecordsAmongWhatTheMachineTells) {
     EXPECT_EQ(static_cast<int>(cim_.writeRecord({}, {}, "Class", machineNamespace)), 19);
-    EXPECT_EQ(static_cast<int>(cim_.removeNamespace(L"ROOT", L"Parent", L"Child")), 18);
+    EXPECT_EQ(static_cast<int>(cim_.writeRecord({}, {}, "Class", L"ROOT")), 19);
+    EXPECT_FALSE(std::filesystem::exists(tree_.root() / "state"));
+}
+
+TEST_F(LinuxCimTest, NamesTheNamespacesInTheOutermostOne) {
+    EXPECT_EQ(query({"Name"}, "__Namespace", L"ROOT"), 0);
+    EXPECT_EQ(rows_, (Rows{{"CIMV2"}}));
+    EXPECT_EQ(query({"Name"}, "__namespace", machineNamespace), 0);
+    EXPECT_TRUE(isNull_);
+    EXPECT_EQ(query({"Caption"}, "Win32_Processor", L"ROOT"), 21) << "the class lies further in";
 }
 
 TEST_F(LinuxCimTest, MapsTheLastObjectsValues) {

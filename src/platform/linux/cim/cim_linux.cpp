@@ -1,13 +1,13 @@
 #include "platform/linux/cim/cim_linux.h"
 
-#include "platform/linux/cim/machine_objects.h"
+#include "platform/linux/cim/object_source.h"
+#include "platform/linux/user_folders.h"
 #include "system/cim/cim_rows.h"
 #include "system/cim/cim_value.h"
 #include "system/cim/wmi_query.h"
 #include "system/cim/wql.h"
 
 #include <algorithm>
-#include <array>
 #include <string_view>
 #include <utility>
 
@@ -19,28 +19,6 @@ using system::QueryArguments;
 using system::WhereClause;
 
 namespace {
-
-struct MachineClass {
-    std::string_view name;
-    std::vector<CimObject> (*objects)(const std::filesystem::path& root);
-};
-constexpr std::array<MachineClass, 3> machineClasses = {{
-    {"Win32_PnPSignedDriver", displayDriverObjects},
-    {"Win32_Processor", processorObjects},
-    {"Win32_VideoController", videoControllerObjects},
-}};
-
-/// Either slash separates the names, as the service takes them, and letters of both cases are equal.
-bool isMachineNamespace(const wchar_t* nameSpace) {
-    if (nameSpace == nullptr) {
-        return false;
-    }
-    std::string plain;
-    for (const wchar_t* c = nameSpace; *c != L'\0'; ++c) {
-        plain += *c == L'/' ? '\\' : *c < 0x80 ? static_cast<char>(*c) : '?';
-    }
-    return system::equalIgnoringCase(plain, "ROOT\\CIMV2");
-}
 
 /// Null if the object has no such property.
 const CimValue* valueOf(const CimObject& object, std::string_view name) {
@@ -63,10 +41,8 @@ std::optional<bool> meets(const CimObject& object, const system::WqlCondition& c
 
 /// Everything up to the objects, in the order of the client over COM: the namespace before the arguments, and
 /// the arguments before the query.
-CimStatus findObjects(const std::filesystem::path& root, const QueryArguments& arguments,
-                      const wchar_t* nameSpace, std::vector<CimObject>& found) {
-    const bool connected = isMachineNamespace(nameSpace);
-    const auto text = system::buildQueryText({true, connected, connected}, arguments);
+CimStatus findObjects(ObjectSource& source, const QueryArguments& arguments, std::vector<CimObject>& found) {
+    const auto text = system::buildQueryText(source.connection(), arguments);
     if (text.status != CimStatus::Success) {
         return text.status;
     }
@@ -74,14 +50,16 @@ CimStatus findObjects(const std::filesystem::path& root, const QueryArguments& a
     if (!query) {
         return CimStatus::QueryFailed;
     }
-    const auto machineClass =
-        std::find_if(machineClasses.begin(), machineClasses.end(), [&](const MachineClass& candidate) {
-            return system::equalIgnoringCase(candidate.name, query->className);
-        });
-    if (machineClass == machineClasses.end()) {
+    std::optional<std::vector<CimObject>> objects;
+    try {
+        objects = source.objects(query->className);
+    } catch (const DatabaseError&) {
         return CimStatus::QueryFailed;
     }
-    for (auto& object : machineClass->objects(root)) {
+    if (!objects) {
+        return CimStatus::QueryFailed;
+    }
+    for (auto& object : *objects) {
         const auto wanted = query->condition ? meets(object, *query->condition) : std::optional(true);
         if (!wanted) {
             return CimStatus::QueryFailed;
@@ -93,11 +71,10 @@ CimStatus findObjects(const std::filesystem::path& root, const QueryArguments& a
     return CimStatus::Success;
 }
 
-CimStatus findRows(const std::filesystem::path& root, const QueryArguments& arguments, system::CimRows& rows,
-                   const wchar_t* nameSpace) {
+CimStatus findRows(ObjectSource& source, const QueryArguments& arguments, system::CimRows& rows) {
     rows = nullptr;
     std::vector<CimObject> objects;
-    auto status = findObjects(root, arguments, nameSpace, objects);
+    auto status = findObjects(source, arguments, objects);
     system::CimRowCollector collector;
     for (const auto& object : objects) {
         collector.addRow();
@@ -117,31 +94,31 @@ CimStatus findRows(const std::filesystem::path& root, const QueryArguments& argu
 
 } // namespace
 
-LinuxCim::LinuxCim(std::filesystem::path root) : root_(std::move(root)) {}
+std::optional<std::filesystem::path> recordFile() {
+    const auto folder = userFolder("XDG_STATE_HOME", ".local/state");
+    return folder ? std::optional(*folder / "vexil" / "cim.sqlite3") : std::nullopt;
+}
+
+LinuxCim::LinuxCim(std::filesystem::path root, std::optional<std::filesystem::path> records)
+    : root_(std::move(root)), records_(std::move(records)) {}
 
 CimStatus LinuxCim::queryWhere(const char* const* properties, const char* where, const char* className,
                                std::int32_t count, system::CimRows& rows, const wchar_t* nameSpace) {
-    return findRows(root_, {properties, count, className, WhereClause::Required, where}, rows, nameSpace);
+    ObjectSource source(root_, records_, nameSpace);
+    return findRows(source, {properties, count, className, WhereClause::Required, where}, rows);
 }
 
 CimStatus LinuxCim::query(const char* const* properties, const char* className, std::int32_t count,
                           system::CimRows& rows, const wchar_t* nameSpace) {
-    return findRows(root_, {properties, count, className}, rows, nameSpace);
-}
-
-CimStatus LinuxCim::writeRecord(const std::vector<std::string>&, const std::vector<std::string>&, const char*,
-                                const wchar_t*) {
-    return CimStatus::NotConnected;
-}
-
-CimStatus LinuxCim::removeNamespace(const wchar_t*, const wchar_t*, const wchar_t*) {
-    return CimStatus::NoLocator;
+    ObjectSource source(root_, records_, nameSpace);
+    return findRows(source, {properties, count, className}, rows);
 }
 
 CimStatus answerWmiQuery(const std::filesystem::path& root, const QueryArguments& arguments,
                          std::map<std::string, std::string>& values, const wchar_t* nameSpace) {
+    ObjectSource source(root, std::nullopt, nameSpace);
     std::vector<CimObject> objects;
-    auto status = findObjects(root, arguments, nameSpace, objects);
+    auto status = findObjects(source, arguments, objects);
     for (const auto& object : objects) {
         for (std::int32_t i = 0; i < arguments.count; ++i) {
             if (const auto* value = valueOf(object, arguments.properties[i])) {

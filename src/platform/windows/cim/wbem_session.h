@@ -41,6 +41,12 @@ private:
 /// Default authentication, impersonation, everything else empty. That it was done before is no failure.
 [[nodiscard]] bool initializeComSecurity(ComCalls& com);
 
+/// Null if there is none.
+[[nodiscard]] ComObject<IWbemLocator> createLocator(ComCalls& com);
+/// Null if there is no such namespace, or the connection gives no services.
+[[nodiscard]] ComObject<IWbemServices> connectServer(ComCalls& com, IWbemLocator& locator,
+                                                     const wchar_t* nameSpace);
+
 /// A connection to one namespace, on a thread where COM works, and the query that runs on it.
 class WbemSession {
 public:

@@ -1,5 +1,9 @@
 #include "platform/windows/cim/wbem_session.h"
 
+#include "platform/windows/cim/com_variant.h"
+
+#include <utility>
+
 namespace vexil::platform {
 
 using system::CimStatus;
@@ -27,20 +31,6 @@ CimStatus startCom(ComCalls& com) {
     return mode == RPC_E_CHANGED_MODE ? comModeDiffers : CimStatus::Success;
 }
 
-/// A variant that frees what it holds.
-class Variant {
-public:
-    Variant() { VariantInit(&value_); }
-    Variant(const Variant&) = delete;
-    Variant& operator=(const Variant&) = delete;
-    ~Variant() { VariantClear(&value_); }
-    VARIANT* address() { return &value_; }
-    [[nodiscard]] const VARIANT& get() const { return value_; }
-
-private:
-    VARIANT value_;
-};
-
 } // namespace
 
 bool initializeComSecurity(ComCalls& com) {
@@ -60,21 +50,31 @@ ComScope::~ComScope() {
 
 CimStatus ComScope::status() const { return started_ == comModeDiffers ? CimStatus::Success : started_; }
 
-WbemSession::WbemSession(ComCalls& com, const wchar_t* nameSpace) : com_(com) {
+ComObject<IWbemLocator> createLocator(ComCalls& com) {
     void* locator = nullptr;
-    if (FAILED(com.createInstance(locatorClass, nullptr, CLSCTX_INPROC_SERVER, locatorInterface, &locator)) ||
-        locator == nullptr) {
-        return;
+    if (FAILED(com.createInstance(locatorClass, nullptr, CLSCTX_INPROC_SERVER, locatorInterface, &locator))) {
+        return nullptr;
     }
-    locator_.reset(static_cast<IWbemLocator*>(locator));
-    connection_.located = true;
+    return ComObject<IWbemLocator>(static_cast<IWbemLocator*>(locator));
+}
 
+ComObject<IWbemServices> connectServer(ComCalls& com, IWbemLocator& locator, const wchar_t* nameSpace) {
     const ComText path(com, nameSpace);
     IWbemServices* services = nullptr;
     const HRESULT connected =
-        locator_->ConnectServer(path.get(), nullptr, nullptr, nullptr, 0, nullptr, nullptr, &services);
-    services_.reset(services);
-    if (FAILED(connected) || !services_) {
+        locator.ConnectServer(path.get(), nullptr, nullptr, nullptr, 0, nullptr, nullptr, &services);
+    ComObject<IWbemServices> owned(services);
+    return FAILED(connected) ? nullptr : std::move(owned);
+}
+
+WbemSession::WbemSession(ComCalls& com, const wchar_t* nameSpace) : com_(com) {
+    locator_ = createLocator(com);
+    connection_.located = locator_ != nullptr;
+    if (!locator_) {
+        return;
+    }
+    services_ = connectServer(com, *locator_, nameSpace);
+    if (!services_) {
         return;
     }
     connection_.connected = true;

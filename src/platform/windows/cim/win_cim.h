@@ -10,8 +10,7 @@
 namespace vexil::platform {
 
 /// The CIM client over COM. Each operation starts COM and takes it down by itself, so any thread may call; it
-/// throws
-/// `_com_error` of E_OUTOFMEMORY where COM has no memory for a text, and nothing else of its own.
+/// throws `_com_error` of E_OUTOFMEMORY where COM has no memory for a text, and nothing else of its own.
 class WinCim final : public system::Cim {
 public:
     explicit WinCim(ComCalls& com = systemComCalls()) : com_(&com) {}
@@ -21,11 +20,11 @@ public:
                                  const wchar_t* nameSpace) override;
     system::CimStatus query(const char* const* properties, const char* className, std::int32_t count,
                             system::CimRows& rows, const wchar_t* nameSpace) override;
-    /// This client keeps no records: always `NotConnected`, the status of a write step that failed.
+    /// Makes the namespaces and the class where they are missing. There is no lock: of two writers that take
+    /// the same id the later one's record is lost, and both get the same answer.
     system::CimStatus writeRecord(const std::vector<std::string>& names,
                                   const std::vector<std::string>& values, const char* className,
                                   const wchar_t* nameSpace) override;
-    /// This client removes no namespace: always `NoLocator`, the status of that failure.
     system::CimStatus removeNamespace(const wchar_t* root, const wchar_t* parent,
                                       const wchar_t* child) override;
 

@@ -51,15 +51,6 @@ CimStatus WinCim::query(const char* const* properties, const char* className, st
     return findRows(*com_, {properties, count, className}, rows, nameSpace);
 }
 
-CimStatus WinCim::writeRecord(const std::vector<std::string>&, const std::vector<std::string>&, const char*,
-                              const wchar_t*) {
-    return CimStatus::NotConnected;
-}
-
-CimStatus WinCim::removeNamespace(const wchar_t*, const wchar_t*, const wchar_t*) {
-    return CimStatus::NoLocator;
-}
-
 } // namespace vexil::platform
 
 namespace vexil::system {
