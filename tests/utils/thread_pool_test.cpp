@@ -80,6 +80,8 @@ TEST(ThreadPool, LetsTheRunningTaskEndAndDropsTheQueuedOnes) {
     started.get_future().wait();
     auto stopping = std::async(std::launch::async, [&] { pool.stop(); });
     EXPECT_EQ(stopping.wait_for(std::chrono::milliseconds(30)), std::future_status::timeout);
+    EXPECT_NO_THROW(pool.stop()) << "only the first call waits";
+    EXPECT_FALSE(ended);
     release.set_value();
     stopping.get();
     EXPECT_TRUE(ended);

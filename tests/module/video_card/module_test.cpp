@@ -139,7 +139,10 @@ TEST(ModuleObject, HasWorkersFromTheStart) {
     EXPECT_EQ(dispatcher->workers(), 3U);
 }
 
-TEST_F(ModuleTest, TouchesNoDeviceUntilTheHostScans) { EXPECT_TRUE(machine_.list.filters.empty()); }
+TEST_F(ModuleTest, TouchesNoDeviceUntilTheHostScans) {
+    EXPECT_TRUE(machine_.list.filters.empty());
+    EXPECT_EQ(machine_.calls, (std::vector<std::string>{"acquire list", "load library"}));
+}
 
 } // namespace
 } // namespace vexil::module::video_card
