@@ -1,5 +1,6 @@
 #include "host/core/direct3d_need.h"
 
+#include "platform/direct3d_environment.h"
 #include "platform/library_names.h"
 #include "system/win_module.h"
 
@@ -12,17 +13,30 @@ namespace {
 
 constexpr std::array<std::int32_t, 7> direct3dTests = {1, 3, 17, 18, 4, 5, 21};
 
+/// Looks in the module's own way: what that finds is what counts.
+bool isThere(::Module& loader, const char* name) {
+    void* library = loader.load(name, 0);
+    if (library == nullptr) {
+        return false;
+    }
+    // A stand-in of a simulated machine works through the real library, and says whether it has one.
+    const auto hasReal = reinterpret_cast<int (*)()>(loader.resolve(library, "VexilHasRealLibrary"));
+    const bool found = hasReal == nullptr || hasReal() != 0;
+    loader.release(library);
+    return found;
+}
+
 } // namespace
 
 std::optional<std::string> missingDirect3dLibrary() {
-    // The module's own way of finding a library: what it finds is what counts.
+    if (const char* missing = vexil::platform::prepareDirect3D()) {
+        return missing;
+    }
     WinModule loader;
     for (const char* name : {vexil::platform::dxgiLibrary(), vexil::platform::direct3dLibrary()}) {
-        void* library = loader.load(name, 0);
-        if (library == nullptr) {
+        if (!isThere(loader, name)) {
             return name;
         }
-        loader.release(library);
     }
     return std::nullopt;
 }

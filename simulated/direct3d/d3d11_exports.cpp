@@ -17,6 +17,9 @@ Function real(const char* symbol) {
 
 extern "C" {
 
+/// For the host, which tells the user of a missing library.
+VEXIL_SHARED_API int VexilHasRealLibrary() { return real<void*>("D3D11CreateDevice") == nullptr ? 0 : 1; }
+
 VEXIL_SHARED_API HRESULT WINAPI D3D11CreateDevice(IDXGIAdapter* adapter, D3D_DRIVER_TYPE driverType,
                                                   HMODULE software, UINT flags,
                                                   const D3D_FEATURE_LEVEL* featureLevels,

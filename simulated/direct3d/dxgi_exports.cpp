@@ -23,6 +23,9 @@ std::vector<std::shared_ptr<SimulatedCard>> cardsOfProcess() {
 
 extern "C" {
 
+/// For the host, which tells the user of a missing library.
+VEXIL_SHARED_API int VexilHasRealLibrary() { return real<void*>("CreateDXGIFactory") == nullptr ? 0 : 1; }
+
 VEXIL_SHARED_API HRESULT WINAPI CreateDXGIFactory(REFIID wanted, void** factory) {
     try {
         return createSimulatedFactory(real<CreateFactoryFunction>("CreateDXGIFactory"), cardsOfProcess(),

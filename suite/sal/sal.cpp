@@ -80,9 +80,10 @@ NumberHandler* get_number_handler() {
 }
 
 SystemDeviceList* get_device_scanner() {
-    if (deviceListUsers++ == 0) {
+    if (deviceListUsers == 0) {
         deviceList = std::make_unique<sal::DeviceList>(makeDeviceSource());
     }
+    ++deviceListUsers; // A list that could not be made has no user.
     return deviceList.get();
 }
 

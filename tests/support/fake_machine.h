@@ -7,6 +7,7 @@
 #include <functional>
 #include <map>
 #include <set>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -36,10 +37,14 @@ public:
     std::int32_t interfaceScanStatus = 0;
     std::int32_t plainScanStatus = 0;
     std::vector<WinDeviceScanFilter> filters; ///< of the scans so far
+    std::function<void()> onScan;             ///< called at the start of each scan, if there is one
 
     std::int32_t scan(const DeviceScanFilter& filter, InterfacePaths& paths) override {
         const auto& restriction = dynamic_cast<const WinDeviceScanFilter&>(filter);
         filters.push_back(restriction);
+        if (onScan) {
+            onScan();
+        }
         const bool interfacesOnly = restriction.interfaceGuid != DeviceGuid();
         const auto status = interfacesOnly ? interfaceScanStatus : plainScanStatus;
         if (status != 0) {
@@ -85,17 +90,28 @@ public:
     std::map<std::string, std::string> cim;
     std::vector<std::string> cimConditions; ///< asked so far
     bool hasKernelGraphics = true;
-    std::vector<std::string> calls; ///< of acquiring and giving back, in order
+    bool loadFails = false;
+    std::vector<std::string> calls;                                 ///< in order, without those of CIM
+    std::vector<module::video_card::AdapterRecord> statisticsCards; ///< told to the statistics scans last
+    std::function<void()> onRelease; ///< called when the device list is given back, if there is one
 
     SystemDeviceList* acquireDeviceList() override {
         calls.emplace_back("acquire list");
         return &list;
     }
-    void releaseDeviceList() override { calls.emplace_back("release list"); }
+    void releaseDeviceList() override {
+        calls.emplace_back("release list");
+        if (onRelease) {
+            onRelease();
+        }
+    }
     StringHandler& strings() override { return strings_; }
     NumberHandler& numbers() override { return numbers_; }
     void* loadKernelGraphics() override {
         calls.emplace_back("load library");
+        if (loadFails) {
+            throw std::runtime_error("no memory");
+        }
         return hasKernelGraphics ? &list : nullptr;
     }
     void unloadKernelGraphics(void*) override { calls.emplace_back("unload library"); }
@@ -114,10 +130,18 @@ public:
         return true;
     }
     std::int32_t cudaDriverVersion() override { return cudaVersion; }
-    std::vector<module::video_card::CudaDeviceRecord> cudaDevices() override { return cuda; }
-    std::vector<module::video_card::Dx11Context> direct3dContexts() override { return contexts; }
+    std::vector<module::video_card::CudaDeviceRecord> cudaDevices() override {
+        calls.emplace_back("CUDA");
+        return cuda;
+    }
+    std::vector<module::video_card::Dx11Context> direct3dContexts() override {
+        calls.emplace_back("Direct3D");
+        return contexts;
+    }
     module::video_card::StatisticsScans
-    statisticsScans(const std::vector<module::video_card::AdapterRecord>&) override {
+    statisticsScans(const std::vector<module::video_card::AdapterRecord>& adapters) override {
+        calls.emplace_back("statistics");
+        statisticsCards = adapters;
         return scans;
     }
 

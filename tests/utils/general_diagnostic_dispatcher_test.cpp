@@ -55,6 +55,38 @@ TEST_F(DispatcherTest, LetsARunOfAnotherScopePassTheOnePlaceAndTakeIt) {
     EXPECT_FALSE(dispatcher_.canStart(run(b_, 1)));
 }
 
+TEST_F(DispatcherTest, FreesTheOnePlaceAtTheEndOfAnyRunThatIsNotOfScopeOne) {
+    dispatcher_.started(run(a_, 0));
+    dispatcher_.finished(run(b_, 1));
+    EXPECT_FALSE(dispatcher_.canStart(run(b_, 0)));
+    dispatcher_.finished(run(b_, 2));
+    EXPECT_TRUE(dispatcher_.canStart(run(b_, 0))) << "it is not asked whose place it was";
+    EXPECT_TRUE(dispatcher_.canStart(run(a_, 1)));
+}
+
+TEST_F(DispatcherTest, KeepsACardBusyWhenARunOfTheWholeModuleEndsOnIt) {
+    dispatcher_.started(run(a_, 1));
+    dispatcher_.finished(run(a_, 0));
+    EXPECT_FALSE(dispatcher_.canStart(run(a_, 1)));
+}
+
+TEST_F(DispatcherTest, HoldsAnExclusiveTestBackForNoOtherTest) {
+    dispatcher_.started(run(a_, 1));
+    EXPECT_TRUE(dispatcher_.canStart(exclusiveRun(b_)));
+    dispatcher_.started(exclusiveRun(b_));
+    dispatcher_.finished(run(a_, 1));
+    EXPECT_FALSE(dispatcher_.canStart(exclusiveRun(a_))) << "the end of a plain test ends no exclusive one";
+}
+
+TEST_F(DispatcherTest, OccupiesNothingForADeviceThatIsGone) {
+    const auto gone = exclusiveRun(std::make_shared<tests::PlainDevice>("0100"));
+    dispatcher_.started(gone);
+    EXPECT_TRUE(dispatcher_.canStart(exclusiveRun(a_)));
+    dispatcher_.started(exclusiveRun(a_));
+    dispatcher_.finished(gone);
+    EXPECT_FALSE(dispatcher_.canStart(exclusiveRun(b_)));
+}
+
 TEST_F(DispatcherTest, StartsARunWithoutExecutionOrDevice) {
     EXPECT_TRUE(dispatcher_.canStart(nullptr));
     dispatcher_.started(nullptr);
@@ -112,6 +144,38 @@ TEST_F(DispatcherTest, LosesWhatATaskThrowsAndGoesOn) {
     std::promise<void> done;
     dispatcher_.execute(std::make_unique<Callable>([&] { done.set_value(); }));
     EXPECT_EQ(done.get_future().wait_for(std::chrono::seconds(10)), std::future_status::ready);
+}
+
+TEST_F(DispatcherTest, DestroysATaskWhenItHasRun) {
+    const auto content = std::make_shared<int>(0);
+    dispatcher_.execute(std::make_unique<Callable>([content] {}));
+    std::promise<void> done;
+    dispatcher_.execute(std::make_unique<Callable>([&] { done.set_value(); }));
+    ASSERT_EQ(done.get_future().wait_for(std::chrono::seconds(10)), std::future_status::ready);
+    EXPECT_EQ(content.use_count(), 1);
+}
+
+TEST(Dispatcher, LetsTheRunningTaskEndBeforeItGoesAway) {
+    bool ended = false;
+    std::promise<void> started;
+    {
+        GeneralDiagnosticDispatcher dispatcher(2, [](std::uint64_t) {});
+        dispatcher.execute(std::make_unique<Callable>([&] {
+            started.set_value();
+            std::this_thread::sleep_for(std::chrono::milliseconds(30));
+            ended = true;
+        }));
+        started.get_future().wait();
+    }
+    EXPECT_TRUE(ended);
+}
+
+TEST(Dispatcher, HasOneWorkerLessThanThereAreProcessorsAndTwoIfTheirNumberIsUnknown) {
+    const auto workers = [](unsigned processors) {
+        return GeneralDiagnosticDispatcher(processors, [](std::uint64_t) {}).workers();
+    };
+    EXPECT_EQ(workers(4), 3U);
+    EXPECT_EQ(workers(0), 2U);
 }
 
 TEST_F(DispatcherTest, TakesANullTask) {

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <iomanip>
+#include <locale>
 #include <sstream>
 #include <string_view>
 
@@ -76,6 +77,7 @@ std::optional<std::string> AdapterProperties::location(std::uint32_t index) cons
     }
     const auto [bus, device, function] = *numbers;
     std::ostringstream stream;
+    stream.imbue(std::locale::classic()); // The host's language would put points into the numbers.
     stream << std::setfill('0') << std::hex << std::setw(2) << bus << ':' << std::setw(2) << device << '.'
            << function;
     return stream.str();

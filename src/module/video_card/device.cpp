@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <iomanip>
+#include <locale>
 #include <sstream>
 
 namespace vexil::module::video_card {
@@ -15,6 +16,7 @@ namespace {
 
 std::string upperHexadecimal(unsigned number) {
     std::ostringstream text;
+    text.imbue(std::locale::classic()); // The host's language would put points into the number.
     text << std::hex << std::uppercase << number;
     return text.str();
 }

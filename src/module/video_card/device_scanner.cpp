@@ -47,7 +47,12 @@ core::DeviceRecord describe(const Device& device) {
 
 DeviceScanner::DeviceScanner(Machine& machine) : machine_(machine) {
     systemList_.devices = machine_.acquireDeviceList();
-    systemList_.kernelGraphics = machine_.loadKernelGraphics();
+    try {
+        systemList_.kernelGraphics = machine_.loadKernelGraphics();
+    } catch (...) {
+        machine_.releaseDeviceList(); // No destructor runs for a scanner that was never made.
+        throw;
+    }
 }
 
 DeviceScanner::~DeviceScanner() {

@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <cstdlib>
-#include <mutex>
 
 namespace vexil::platform {
 
@@ -31,22 +30,22 @@ bool startWindowSystem() {
     return start != nullptr && start(videoSubsystem) == 0;
 }
 
-void prepare() {
+const char* prepare() {
     setenv("DXVK_WSI_DRIVER", "SDL2", 0);
     // The library would otherwise leave log files in the user's working directory.
     setenv("DXVK_LOG_PATH", "none", 0);
     setenv("DXVK_LOG_LEVEL", "none", 0);
-    if (!startWindowSystem()) {
-        // It answers to the window system's name, so the Direct3D library finds this one: "no displays".
-        static_cast<void>(openTrustedLibrary(headlessWindowSystemLibrary));
-    }
+    // Without a display the second one answers to the window system's name, so that the Direct3D library
+    // finds it: "no displays". The real one would crash there.
+    const bool ready = startWindowSystem() || openTrustedLibrary(headlessWindowSystemLibrary) != nullptr;
+    return ready ? nullptr : headlessWindowSystemLibrary;
 }
 
 } // namespace
 
-void prepareDirect3D() {
-    static std::once_flag once;
-    std::call_once(once, prepare);
+const char* prepareDirect3D() {
+    static const char* const missing = prepare();
+    return missing;
 }
 
 } // namespace vexil::platform

@@ -2,6 +2,6 @@
 
 namespace vexil::platform {
 
-void prepareDirect3D() {}
+const char* prepareDirect3D() { return nullptr; }
 
 } // namespace vexil::platform

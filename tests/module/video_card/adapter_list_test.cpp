@@ -36,12 +36,11 @@ TEST_F(AdapterListTest, TakesARecordFromThePropertiesOfADisplayController) {
 TEST_F(AdapterListTest, AsksFirstForDisplayInterfacesAndThenForEverything) {
     list();
     ASSERT_EQ(machine_.list.filters.size(), 2U);
-    const auto& first = machine_.list.filters[0];
-    EXPECT_EQ(first.interfaceGuid.data1, 0x1CA05180U);
-    EXPECT_EQ(first.interfaceGuid.data3, 0x450AU);
-    EXPECT_EQ(first.interfaceGuid.data4[7], 0x89U);
-    EXPECT_EQ(first.classGuid.data1, 0x4D36E968U);
-    EXPECT_EQ(first.classGuid.data4[0], 0xBFU);
+    // {1CA05180-A699-450A-9A0C-DE4FBE3DDD89} and {4D36E968-E325-11CE-BFC1-08002BE10318}
+    EXPECT_EQ(machine_.list.filters[0].interfaceGuid,
+              (DeviceGuid{0x1CA05180, 0xA699, 0x450A, {0x9A, 0x0C, 0xDE, 0x4F, 0xBE, 0x3D, 0xDD, 0x89}}));
+    EXPECT_EQ(machine_.list.filters[0].classGuid,
+              (DeviceGuid{0x4D36E968, 0xE325, 0x11CE, {0xBF, 0xC1, 0x08, 0x00, 0x2B, 0xE1, 0x03, 0x18}}));
     EXPECT_EQ(machine_.list.filters[1].interfaceGuid, DeviceGuid());
     EXPECT_EQ(machine_.list.filters[1].classGuid, DeviceGuid());
 }
@@ -129,6 +128,20 @@ TEST_F(AdapterListTest, FindsAnyDisplayDevice) {
     EXPECT_FALSE(anyDisplayDevice(machine_, list));
 }
 
+TEST_F(AdapterListTest, LooksForADisplayDeviceAmongAllDevices) {
+    const SystemList list{&machine_.list, nullptr};
+    auto network = FakeDevice::displayController("network", "x", "8086", 3);
+    network.properties[2] = std::string("PCI\\CC_0200\0", 12);
+    machine_.list.devices = {network};
+    EXPECT_FALSE(anyDisplayDevice(machine_, list));
+    machine_.list.devices = {network, FakeDevice::displayController("A", "NVIDIA", "10DE", 1)};
+    EXPECT_TRUE(anyDisplayDevice(machine_, list));
+    ASSERT_EQ(machine_.list.filters.size(), 2U);
+    EXPECT_EQ(machine_.list.filters[1].interfaceGuid, DeviceGuid());
+    EXPECT_EQ(machine_.list.filters[1].classGuid, DeviceGuid());
+    EXPECT_TRUE(machine_.cimConditions.empty()) << "no driver is asked for";
+}
+
 TEST_F(AdapterListTest, AsksForTheVersionOfTheMakersDriverAndThenOfAnyDisplayDriver) {
     machine_.cim["DeviceClass = 'DISPLAY'"] = "30.0.13.1";
     EXPECT_EQ(driverVersionFor(machine_, "AMD"), "30.0.13.1");
@@ -146,6 +159,19 @@ TEST_F(AdapterListTest, AsksAgainWhenTheMakersDriverHasAnEmptyVersion) {
 
 TEST_F(AdapterListTest, KnowsNoDriverVersionWhenBothQueriesFail) {
     EXPECT_EQ(driverVersionFor(machine_, "AMD"), "");
+    machine_.cim["DeviceClass = 'DISPLAY'"] = "";
+    EXPECT_EQ(driverVersionFor(machine_, "AMD"), "");
+}
+
+TEST_F(AdapterListTest, GivesACardTheVersionOfAnyDisplayDriverEvenIfItIsTheOtherCards) {
+    machine_.list.devices = {FakeDevice::displayController("A", "AMD", "1002", 1),
+                             FakeDevice::displayController("B", "NVIDIA", "10DE", 2)};
+    machine_.cim["DriverProviderName = 'NVIDIA'"] = "27.21";
+    machine_.cim["DeviceClass = 'DISPLAY'"] = "27.21";
+    const auto records = list();
+    ASSERT_EQ(records.size(), 2U);
+    EXPECT_EQ(records[0].driverVersion, "27.21");
+    EXPECT_EQ(records[1].driverVersion, "27.21");
 }
 
 TEST_F(AdapterListTest, DoesNotAskForAnyDriverWhenTheMakersIsKnown) {

@@ -1,5 +1,6 @@
 #include "module/video_card/adapter_properties.h"
 #include "support/fake_machine.h"
+#include "support/grouping_locale.h"
 
 #include <gtest/gtest.h>
 
@@ -47,11 +48,23 @@ TEST_F(AdapterPropertiesTest, ClassCodeIsNothingWithoutAMarkOrWithoutDigitsBehin
     EXPECT_EQ(propertiesOf(13, "no compatible ids at all").classCode(0), std::nullopt);
 }
 
+TEST_F(AdapterPropertiesTest, DisplayControllersAreOfClassThree) {
+    EXPECT_TRUE(propertiesOf(2, "PCI\\CC_0302\0\0"s).isDisplayController(0));
+    EXPECT_FALSE(propertiesOf(2, "PCI\\CC_3000\0\0"s).isDisplayController(0));
+    EXPECT_FALSE(propertiesOf(2, "PCI\\CC_1300\0\0"s).isDisplayController(0));
+    EXPECT_FALSE(propertiesOf(13, "no compatible ids at all").isDisplayController(0));
+}
+
 TEST_F(AdapterPropertiesTest, LocationIsTheFirstThreeNumbersInHexadecimal) {
     EXPECT_EQ(location("PCI bus 10, device 0, function 0"), "0a:00.0");
     EXPECT_EQ(location("PCI-Bus 1, Gerät 31, Funktion 7"), "01:1f.7");
     EXPECT_EQ(location("1 2 3 4"), "01:02.3");
     EXPECT_EQ(location("bus255dev31fn15"), "ff:1f.f");
+}
+
+TEST_F(AdapterPropertiesTest, LocationIsTheSameInEveryLocale) {
+    const tests::GroupingLocale locale;
+    EXPECT_EQ(location("PCI bus 4096, device 31, function 0"), "1000:1f.0");
 }
 
 TEST_F(AdapterPropertiesTest, LocationIsNothingWhenANumberIsMissing) {

@@ -162,6 +162,15 @@ TEST_F(DeviceScannerTest, AttachesTheCudaRecordWithTheCardsLocation) {
     EXPECT_EQ(device(1)->cudaRecord()->index, 0);
 }
 
+TEST_F(DeviceScannerTest, ComparesTheLocationOfACudaRecordByteForByte) {
+    card("A", 10);
+    for (const char* other : {"0A:00.0", "0a:00.00", "0a:00", " 0a:00.0", ""}) {
+        machine_.cuda = {{other, 0}};
+        scan();
+        EXPECT_EQ(device(0)->cudaRecord(), nullptr) << other;
+    }
+}
+
 TEST_F(DeviceScannerTest, GivesTheSecondOfTwoCardsWithOneLocationNoSourceOfTheFirst) {
     card("A", 1);
     card("B", 1);
@@ -280,6 +289,91 @@ TEST_F(DeviceScannerTest, FindsTheFirstOfTwoDevicesWithOneId) {
     EXPECT_TRUE(scanner_->findDevice("01").expired());
 }
 
+TEST_F(DeviceScannerTest, AsksTheSystemListThenDirect3DThenCudaThenTheStatistics) {
+    card("A", 1);
+    machine_.calls.clear();
+    machine_.list.onScan = [&] { machine_.calls.emplace_back("list"); };
+    scan();
+    EXPECT_EQ(machine_.calls, (std::vector<std::string>{"list", "list", "Direct3D", "CUDA", "statistics"}));
+}
+
+TEST_F(DeviceScannerTest, TellsTheStatisticsScansOfTheCardsItFound) {
+    card("A", 1);
+    card("B", 10);
+    scan();
+    ASSERT_EQ(machine_.statisticsCards.size(), 2U);
+    EXPECT_EQ(machine_.statisticsCards[0].location, "01:00.0");
+    EXPECT_EQ(machine_.statisticsCards[1].location, "0a:00.0");
+}
+
+TEST_F(DeviceScannerTest, GivesEachCardOneSourceOfEachKind) {
+    card("A", 1);
+    const auto source = [](std::int64_t temperature) {
+        return [temperature](StatisticsSources& sources) {
+            sources.push_back(nullptr);
+            sources.push_back(std::make_unique<NamedSource>("02:00.0", 99));
+            sources.push_back(std::make_unique<NamedSource>("01:00.0", temperature));
+        };
+    };
+    const auto temperature = [&] {
+        scan();
+        std::int64_t celsius = 0;
+        EXPECT_TRUE(device(0)->getTemperature(celsius));
+        return celsius;
+    };
+    machine_.scans.d3dkmt = source(44);
+    EXPECT_EQ(temperature(), 44);
+    machine_.scans.intel = source(43);
+    EXPECT_EQ(temperature(), 43);
+    machine_.scans.nvapi = source(42);
+    EXPECT_EQ(temperature(), 42);
+    machine_.scans.adl = source(41);
+    EXPECT_EQ(temperature(), 41);
+}
+
+TEST_F(DeviceScannerTest, LetsGoOfItsOldDevicesBeforeItLooksForNewOnes) {
+    card("A", 1);
+    scan();
+    const auto old = scanner_->devices().at(0);
+    bool looked = false;
+    machine_.list.onScan = [&] {
+        looked = true;
+        EXPECT_TRUE(old.expired());
+    };
+    scan();
+    EXPECT_TRUE(looked);
+}
+
+TEST_F(DeviceScannerTest, LetsGoOfItsDevicesLast) {
+    card("A", 1);
+    scan();
+    const auto last = scanner_->devices().at(0);
+    machine_.onRelease = [&] { EXPECT_FALSE(last.expired()) << "the list is given back before"; };
+    scanner_.reset();
+    EXPECT_EQ(machine_.calls.back(), "release list");
+    EXPECT_TRUE(last.expired());
+}
+
+TEST_F(DeviceScannerTest, KeepsADeviceThatARunningTestHolds) {
+    card("A", 1);
+    scan();
+    const auto held = scanner_->devices().at(0).lock();
+    machine_.list.devices.clear();
+    scan();
+    EXPECT_TRUE(scanner_->devices().empty());
+    EXPECT_EQ(held->id(), "0100");
+}
+
+TEST_F(DeviceScannerTest, ComparesIdsInFull) {
+    card("A", 1);
+    card("B", 10);
+    scan();
+    EXPECT_EQ(scanner_->findDevice("0a00").lock()->displayName(), "B");
+    for (const char* id : {"", "0", "01000", "0A00", "00"}) {
+        EXPECT_TRUE(scanner_->findDevice(id).expired()) << id;
+    }
+}
+
 TEST_F(DeviceScannerTest, ReplacesItsDevicesWithEachScan) {
     card("A", 1);
     scan();
@@ -326,6 +420,13 @@ TEST_F(DeviceScannerTest, GivesBackTheLibraryBeforeTheDeviceList) {
     scanner_.reset();
     EXPECT_EQ(machine_.calls,
               (std::vector<std::string>{"acquire list", "load library", "unload library", "release list"}));
+}
+
+TEST_F(DeviceScannerTest, GivesTheDeviceListBackWhenItCannotBeMade) {
+    tests::FakeMachine machine;
+    machine.loadFails = true;
+    EXPECT_THROW(DeviceScanner{machine}, std::runtime_error);
+    EXPECT_EQ(machine.calls, (std::vector<std::string>{"acquire list", "load library", "release list"}));
 }
 
 TEST_F(DeviceScannerTest, GivesBackNoLibraryThatItDoesNotHave) {

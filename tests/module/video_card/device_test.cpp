@@ -1,5 +1,7 @@
 #include "module/video_card/device.h"
+#include "module/video_card/device_identity.h"
 #include "module/video_card/message_keys.h"
+#include "support/grouping_locale.h"
 #include "text_handlers.h"
 
 #include <gtest/gtest.h>
@@ -83,6 +85,18 @@ TEST_F(DeviceTest, KeepsTheLettersOfTheNameInItsIdentifier) {
     EXPECT_EQ(device->rows()[0], core::KeyValue("UDI", device->udi()));
 }
 
+TEST_F(DeviceTest, MakesItsIdentifierOfTheNameThatItShowsAndTheLocation) {
+    const auto identifierOf = [&](const std::string& text) {
+        std::string identifier;
+        strings_.makeIdentifier(text, identifier);
+        return identifier;
+    };
+    EXPECT_EQ(make(record("GeForce(TM)  RTX", "10DE", "01:00.0"))->udi(), identifierOf("GeForce RTX01:00.0"));
+    EXPECT_EQ(make(record("Arc ?", "8086", "01:00.0"))->udi(),
+              identifierOf("INTEL_GRAPHICS_PROCESSOR01:00.0"))
+        << "a name that is not shown is not in the identifier either";
+}
+
 TEST_F(DeviceTest, HasDistinctIdentifiersForTwoCardsOfOneName) {
     EXPECT_NE(make(record("GeForce", "10DE", "01:00.0"))->udi(),
               make(record("GeForce", "10DE", "02:00.0"))->udi());
@@ -98,6 +112,18 @@ TEST_F(DeviceTest, HasNoIdentityWithALocationBelowFiveCharacters) {
     EXPECT_TRUE(device->isPresent());
 }
 
+TEST_F(DeviceTest, HasAnIdAndANameWithALocationOfFiveCharacters) {
+    const auto device = make(record("GeForce", "1002", "01:1f"));
+    EXPECT_EQ(device->id(), "011f");
+    EXPECT_EQ(device->displayName(), "GeForce");
+    EXPECT_EQ(keysOf(device->rows()), std::vector<std::string>{"UDI"});
+}
+
+TEST_F(DeviceTest, KeepsTheRowsOfANamelessCardWithAPoorLocation) {
+    const auto device = make(record("", "1002", "01:00."));
+    EXPECT_EQ(keysOf(device->rows()), (std::vector<std::string>{"UDI", "VENDOR_ID", "DEVICE_ID"}));
+}
+
 TEST_F(DeviceTest, HasItsIdentifierOnlyWithALocationOfSixCharacters) {
     auto adapter = record("GeForce", "1002", "01:00.");
     adapter.driverVersion = "1.2.3";
@@ -110,6 +136,38 @@ TEST_F(DeviceTest, HasNoLocationRowWhenTheLocationIsNoNumbers) {
     EXPECT_EQ(keysOf(make(record("GeForce", "1002", "0g:00.0"))->rows()), std::vector<std::string>{"UDI"});
     EXPECT_EQ(keysOf(make(record("GeForce", "1002", "01:00.x"))->rows()), std::vector<std::string>{"UDI"});
     EXPECT_EQ(keysOf(make(record("GeForce", "1002", "01:00.00"))->rows()), std::vector<std::string>{"UDI"});
+}
+
+TEST_F(DeviceTest, DoesNotLookAtTheSeparatorsOfItsLocation) {
+    EXPECT_EQ(make(record("GeForce", "1002", "0ax1f-7"))->rows()[1],
+              core::KeyValue("LOCATION", "PCI bus 10, device 31, function 7"));
+}
+
+TEST_F(DeviceTest, HasNoLocationRowForAnyNumberThatCannotBeRead) {
+    for (const char* location : {"0g:00.0", "00:0g.0", "00:00.g", " 0:00.0", "00:0 .0"}) {
+        EXPECT_EQ(keysOf(make(record("GeForce", "1002", location))->rows()), std::vector<std::string>{"UDI"})
+            << location;
+    }
+}
+
+TEST_F(DeviceTest, HasNoDriverVersionRowWithoutAVersion) {
+    EXPECT_EQ(keysOf(make(record("GeForce", "1002", "03:00.0"))->rows()),
+              (std::vector<std::string>{"UDI", "LOCATION"}));
+}
+
+TEST_F(DeviceTest, NoticesNothingForAVendorIdInLowerCase) {
+    EXPECT_TRUE(make(record("A", "10de", "03:00.0"), 0)->notices().empty());
+    EXPECT_EQ(make(record("", "10de", "03:00.0"))->displayName(), "GRAPHICS_CARD");
+}
+
+TEST_F(DeviceTest, TellsWhetherItsIdentityIsComplete) {
+    const auto statusOf = [&](const std::string& location) {
+        return identify(record("A", "10DE", location), strings_, numbers_).status;
+    };
+    EXPECT_EQ(statusOf("03:00.0"), 0);
+    EXPECT_EQ(statusOf("03:0"), 39);
+    EXPECT_EQ(statusOf("03:00."), 39);
+    EXPECT_EQ(statusOf("03:0x.0"), 39);
 }
 
 TEST_F(DeviceTest, ListsItsRowsInOrder) {
@@ -177,9 +235,75 @@ TEST_F(DeviceTest, LetsOneHolderOfItsLockAtATimeIn) {
     EXPECT_EQ(second.wait_for(std::chrono::seconds(10)), std::future_status::ready);
 }
 
+TEST_F(DeviceTest, IsGivenItsDirect3DUnderItsLock) {
+    const auto device = make(record("A", "10DE", "03:00.0"));
+    std::future<void> attaching;
+    {
+        const auto lock = device->lock();
+        attaching = std::async(std::launch::async, [&] { device->setDirect3D(context(1, 2, 3)); });
+        EXPECT_EQ(attaching.wait_for(std::chrono::milliseconds(50)), std::future_status::timeout);
+        EXPECT_EQ(lock.slot(), nullptr);
+    }
+    ASSERT_EQ(attaching.wait_for(std::chrono::seconds(10)), std::future_status::ready);
+    EXPECT_NE(device->lock().slot(), nullptr);
+}
+
+TEST_F(DeviceTest, AddsItsDirect3DRowsUnderItsLock) {
+    const auto device = make(record("A", "10DE", "03:00.0"));
+    device->setDirect3D(context(1, 2, 3));
+    std::future<void> adding;
+    {
+        const auto lock = device->lock();
+        adding = std::async(std::launch::async, [&] { device->addDirect3DRows(); });
+        EXPECT_EQ(adding.wait_for(std::chrono::milliseconds(50)), std::future_status::timeout);
+    }
+    ASSERT_EQ(adding.wait_for(std::chrono::seconds(10)), std::future_status::ready);
+    EXPECT_EQ(device->rows().size(), 5U);
+}
+
+TEST_F(DeviceTest, HasACopyOfTheContextThatItWasGivenLast) {
+    const auto device = make(record("A", "10DE", "03:00.0"));
+    EXPECT_EQ(device->dx11Context().device, nullptr);
+    auto given = context(1, 2, 3);
+    device->setDirect3D(given);
+    given.adapterInfo.desc.VendorId = 9;
+    EXPECT_EQ(device->dx11Context().adapterInfo.desc.VendorId, 1U);
+    device->setDirect3D(given);
+    EXPECT_EQ(device->dx11Context().adapterInfo.desc.VendorId, 9U);
+    EXPECT_EQ(device->lock().slot()->adapterInfo.desc.VendorId, 9U);
+}
+
+TEST_F(DeviceTest, WritesItsDirect3DRowsTheSameInEveryLocale) {
+    const tests::GroupingLocale locale;
+    const auto device = make(record("A", "10DE", "03:00.0"));
+    device->setDirect3D(context(0x10DE, 0x2503, SIZE_T{12288} << 20));
+    device->addDirect3DRows();
+    EXPECT_EQ(device->rows()[2].second, "10DE");
+    EXPECT_EQ(device->rows()[3].second, "2503");
+    EXPECT_EQ(device->rows()[4].second, "12288 MB");
+}
+
+TEST_F(DeviceTest, HandsOutItsAdapterRecord) {
+    auto adapter = record("A", "10DE", "03:00.0");
+    adapter.adapterLuids = {7};
+    const auto device = make(adapter);
+    adapter.adapterLuids.clear();
+    EXPECT_EQ(device->adapter().location, "03:00.0");
+    EXPECT_EQ(device->adapter().adapterLuids, std::vector<std::uint64_t>{7});
+}
+
+TEST_F(DeviceTest, KeepsTheLastOfTwoCudaRecords) {
+    const auto device = make(record("A", "10DE", "03:00.0"));
+    device->setCuda({"03:00.0", 1});
+    device->setCuda({"03:00.0", 4});
+    EXPECT_EQ(device->cudaRecord()->index, 4);
+}
+
 TEST_F(DeviceTest, AnswersLiveValuesThroughItsStatistics) {
     class Source final : public VideoCardStatistics {
     public:
+        VideoCardStatisticsStatus usage = VideoCardStatisticsStatus::Unavailable;
+
         [[nodiscard]] bool matches(const AdapterRecord&) const override { return true; }
         VideoCardStatisticsStatus getTemperature(std::int64_t& value) override {
             value = 45;
@@ -187,7 +311,7 @@ TEST_F(DeviceTest, AnswersLiveValuesThroughItsStatistics) {
         }
         VideoCardStatisticsStatus getUsage(std::uint64_t& value) override {
             value = 7;
-            return VideoCardStatisticsStatus::Unavailable;
+            return usage;
         }
         VideoCardStatisticsStatus getTotalMemory(std::uint64_t&) override {
             return VideoCardStatisticsStatus::Unavailable;
@@ -201,10 +325,17 @@ TEST_F(DeviceTest, AnswersLiveValuesThroughItsStatistics) {
     std::int64_t temperature = 0;
     std::uint64_t value = 0;
     EXPECT_FALSE(device->getTemperature(temperature));
-    device->setStatistics(std::make_unique<Source>());
+    EXPECT_FALSE(device->getUsage(value));
+    EXPECT_FALSE(device->getFreeMemory(value));
+    auto owned = std::make_unique<Source>();
+    auto& source = *owned;
+    device->setStatistics(std::move(owned));
     EXPECT_TRUE(device->getTemperature(temperature));
     EXPECT_EQ(temperature, 45);
-    EXPECT_FALSE(device->getUsage(value));
+    EXPECT_FALSE(device->getUsage(value)) << "written, but not for sure";
+    source.usage = VideoCardStatisticsStatus::Ok;
+    EXPECT_TRUE(device->getUsage(value));
+    EXPECT_EQ(value, 7U);
     EXPECT_TRUE(device->getFreeMemory(value));
     EXPECT_EQ(value, 1U);
 }

@@ -44,6 +44,22 @@ TEST_F(VideoCardDispatcherTest, KeepsOneStressTestOnlyEvenForADeviceThatIsGone) 
     EXPECT_TRUE(dispatcher_.canStart(run(memory_, a_)));
 }
 
+TEST_F(VideoCardDispatcherTest, KeepsTheStressTestRunningWhenAnotherTestEnds) {
+    dispatcher_.started(run(stress_, a_));
+    dispatcher_.started(run(memory_, b_));
+    dispatcher_.finished(run(memory_, b_));
+    EXPECT_FALSE(dispatcher_.canStart(run(wireframe_, b_)));
+}
+
+TEST_F(VideoCardDispatcherTest, TakesNoOtherIdForAStressTest) {
+    for (const std::int32_t id : {1, 3, 4, 6, 20, 22, 90}) {
+        tests::PlainTest other(id);
+        dispatcher_.started(run(other, a_));
+        EXPECT_TRUE(dispatcher_.canStart(run(stress_, b_))) << id;
+        dispatcher_.finished(run(other, a_));
+    }
+}
+
 TEST_F(VideoCardDispatcherTest, KeepsTheRulesOfTheGeneralDispatcher) {
     dispatcher_.started(run(memory_, a_));
     EXPECT_FALSE(dispatcher_.canStart(run(stress_, a_)));

@@ -1,4 +1,5 @@
 #include "core/sal.h"
+#include "host/platform/process.h"
 
 #include <gtest/gtest.h>
 
@@ -25,6 +26,15 @@ TEST(Sal, KeepsTheDeviceListUntilItsLastUserGivesItBack) {
     release_device_scanner();
 }
 
+TEST(Sal, HasNoUserOfADeviceListThatCouldNotBeMade) {
+    using vexil::host::platform::setEnvironmentVariable;
+    setEnvironmentVariable("VEXIL_SCENARIO", "no such scenario");
+    EXPECT_ANY_THROW(get_device_scanner());
+    setEnvironmentVariable("VEXIL_SCENARIO", "");
+    EXPECT_NE(get_device_scanner(), nullptr);
+    release_device_scanner();
+}
+
 TEST(Sal, TellsAnExistingFolderForTemporaryFiles) {
     EXPECT_TRUE(std::filesystem::is_directory(get_temporary_path()));
 }
@@ -39,6 +49,19 @@ TEST(Sal, MeasuresTimeAcrossTheWrapOfItsTick) {
 
 TEST(Sal, AnswersNullForALibraryOrASymbolThatIsNotThere) {
     EXPECT_EQ(get_module()->load("no_such_library_anywhere", 1), nullptr);
+}
+
+TEST(Sal, LoadsALibraryResolvesItsFunctionsAndGivesItBack) {
+    Module& loader = *get_module();
+    const auto path = vexil::host::platform::programFolder() / VEXIL_SAL_FILE;
+    void* library = loader.load(path.string().c_str(), 1);
+    ASSERT_NE(library, nullptr) << path;
+    const auto getTimer = reinterpret_cast<SystemTimer* (*)()>(loader.resolve(library, "get_timer"));
+    ASSERT_NE(getTimer, nullptr);
+    EXPECT_EQ(getTimer(), get_timer()) << "it is the one of this process";
+    EXPECT_EQ(loader.resolve(library, "no_such_function"), nullptr);
+    loader.release(library);
+    EXPECT_EQ(getTimer(), get_timer()) << "the program still uses it";
 }
 
 } // namespace

@@ -22,7 +22,9 @@ Function resolve(Module& loader, const char* library, const char* symbol) {
 }
 
 Direct3DApi loadDirect3D() {
-    platform::prepareDirect3D();
+    if (platform::prepareDirect3D() != nullptr) {
+        return {};
+    }
     Module& loader = *getModule();
     return {resolve<Direct3DApi::CreateFactory>(loader, platform::dxgiLibrary(), "CreateDXGIFactory"),
             resolve<PFN_D3D11_CREATE_DEVICE>(loader, platform::direct3dLibrary(), "D3D11CreateDevice")};

@@ -25,8 +25,9 @@ struct SurfaceRenderPipeline {
     /// returned.
     [[nodiscard]] HRESULT create(ID3D11Device& device, ID3D11DeviceContext& context);
 
-    /// Makes the card read the surface behind `surfaceView`. None of these calls can tell of a failure; what
-    /// became of the surface is seen when it is read back.
+    /// Gives the card the surface behind `surfaceView` to draw with. The quad lies on the far plane, where
+    /// the depth test refuses it, so that the target stays white; cards have been driven so since the first
+    /// version. None of these calls can tell of a failure; the surface itself is read back.
     void draw(ID3D11DeviceContext& context, ID3D11ShaderResourceView* surfaceView) const;
 
 private:

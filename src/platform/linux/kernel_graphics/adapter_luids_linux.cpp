@@ -80,7 +80,9 @@ std::optional<PciAddress> addressOf(IDXGIAdapter& adapter) {
 }
 
 Owned<IDXGIFactory> makeFactory() {
-    prepareDirect3D();
+    if (prepareDirect3D() != nullptr) {
+        return nullptr;
+    }
     // Kept for the process: the drivers behind it do not survive being unloaded.
     static void* const library = openTrustedLibrary(dxgiLibrary());
     if (library == nullptr) {

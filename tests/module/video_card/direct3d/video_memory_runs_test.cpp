@@ -1,10 +1,14 @@
 #include "module/video_card/direct3d/extended_video_memory_test.h"
 #include "module/video_card/direct3d/video_memory_test.h"
 #include "support/card_under_test.h"
+#include "support/grouping_locale.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <future>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -181,6 +185,79 @@ TEST(VideoMemoryTest, CouldNotAllocateWithLessThanOneSurfaceFree) {
     EXPECT_EQ(card.run(test), TestResult::NotCompleted);
     EXPECT_THAT(card.reporter.events,
                 ElementsAre("progress 0", "progress 100", "report 0 A_VIDEO_CARD_COULD_NOT_ALLOCATE_MEMORY"));
+}
+
+/// Answers the number of surfaces as it is told to.
+class CountedTest final : public Dx11VideoMemoryTest {
+public:
+    CountedTest(std::uint32_t result, std::uint32_t count) : result_(result), count_(count) {}
+    [[nodiscard]] std::uint32_t surfaceCount(core::Device* device, const core::TestRunArguments& arguments,
+                                             std::uint32_t* count) const override {
+        EXPECT_EQ(device, arguments.device.lock().get());
+        *count = count_;
+        return result_;
+    }
+
+private:
+    std::uint32_t result_;
+    std::uint32_t count_;
+};
+
+TEST(VideoMemoryTest, CouldNotAllocateWhereTheNumberOfSurfacesCannotBeTold) {
+    for (const std::uint32_t result : {1U, 7U}) {
+        CardUnderTest card(setupWith(40 * mebibyte));
+        CountedTest test(result, 3);
+        EXPECT_EQ(card.run(test), TestResult::NotCompleted);
+        EXPECT_THAT(card.reporter.events, ElementsAre("progress 0", "progress 100",
+                                                      "report 0 A_VIDEO_CARD_COULD_NOT_ALLOCATE_MEMORY"));
+    }
+}
+
+TEST(VideoMemoryTest, AsksForTheNumberOfSurfacesBehindThePipeline) {
+    CardUnderTest card(setupWith(40 * mebibyte));
+    CountedTest test(0, 3);
+    EXPECT_EQ(card.run(test), TestResult::Passed);
+    EXPECT_EQ(card.reporter.events.back(), "report 0 TOTAL_SURFACES_TESTED: 3/3");
+}
+
+TEST(VideoMemoryTest, HoldsTheCardsLockForTheWholeRun) {
+    CardUnderTest card(setupWith(8 * mebibyte));
+    std::vector<std::future<void>> others;
+    card.reporter.onProgress = [&](std::uint8_t) {
+        others.push_back(std::async(std::launch::async, [&] { const auto lock = card.device->lock(); }));
+        EXPECT_EQ(others.back().wait_for(std::chrono::milliseconds(20)), std::future_status::timeout);
+    };
+    Dx11VideoMemoryTest test;
+    EXPECT_EQ(card.run(test), TestResult::Passed);
+    EXPECT_EQ(others.size(), 3U);
+    for (const auto& other : others) {
+        EXPECT_EQ(other.wait_for(std::chrono::seconds(10)), std::future_status::ready);
+    }
+}
+
+TEST(VideoMemoryTest, KeepsTheDeviceAliveThatAScanLetsGoOf) {
+    CardUnderTest card(setupWith(8 * mebibyte));
+    const std::weak_ptr<module::video_card::Device> device = card.device;
+    card.reporter.onProgress = [&](std::uint8_t) { card.device.reset(); };
+    Dx11VideoMemoryTest test;
+    EXPECT_EQ(card.run(test), TestResult::Passed);
+    EXPECT_EQ(card.reporter.events.back(), "report 0 TOTAL_SURFACES_TESTED: 2/2");
+    EXPECT_TRUE(device.expired());
+}
+
+TEST(VideoMemoryTest, RunsWithoutSystemEvents) {
+    CardUnderTest card(setupWith(4 * mebibyte));
+    card.arguments.systemEvents.reset();
+    Dx11VideoMemoryTest test;
+    EXPECT_EQ(card.run(test), TestResult::Passed);
+}
+
+TEST(VideoMemoryTest, ReadsTheSameTextInEveryLocale) {
+    CardUnderTest card(setupWith(48 * mebibyte));
+    const GroupingLocale locale;
+    Dx11VideoMemoryTest test;
+    EXPECT_EQ(card.run(test), TestResult::Passed);
+    EXPECT_EQ(card.reporter.events.back(), "report 0 TOTAL_SURFACES_TESTED: 12/12");
 }
 
 TEST(VideoMemoryTest, TestsFiftySurfacesOfACardWithAGibibyteFree) {
