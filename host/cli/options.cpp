@@ -59,7 +59,8 @@ void defineLog(CLI::App& app, Options& options) {
     list->add_flag("--json", options.json, "Write JSON (vexil.log/1)");
     auto* clear = log->add_subcommand("clear", "Remove all results from the log");
     clear->final_callback([&options] { options.clearLog = true; });
-    log->require_subcommand(1);
+    // Required, as is said below in words that name both.
+    log->require_subcommand(0, 1);
 }
 
 } // namespace
@@ -99,6 +100,9 @@ ParsedArguments parseArguments(const std::vector<std::string>& arguments) {
         throw UsageError("no command is named: there is cards, tests, run and log (--help tells more)");
     }
     const auto name = chosen.front()->get_name();
+    if (name == "log" && chosen.front()->get_subcommands().empty()) {
+        throw UsageError("log needs to know what to do: list or clear");
+    }
     options.command = name == "run"     ? Command::Run
                       : name == "tests" ? Command::Tests
                       : name == "log"   ? Command::Log
