@@ -6,7 +6,6 @@
 #include <sys/wait.h>
 
 #include <algorithm>
-#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <map>
@@ -26,6 +25,7 @@ using vexil::system::ResultRecord;
 /// One writer's serials: which it tried, and which the log said to have.
 struct Account {
     int next = 0;
+    int lines = 0; ///< that its processes have said
     std::set<int> acknowledged;
 };
 
@@ -70,6 +70,7 @@ public:
                 account.acknowledged.insert(serial);
             }
             account.next = serial + 1;
+            ++account.lines;
             text_.erase(0, end + 1);
         }
         return true;
@@ -91,10 +92,11 @@ class RecordWriters : public vexil::tests::RecordFolderTest {
 protected:
     static constexpr int writers = 4;
 
-    /// Runs the writers until each has tried `count` records, killing one now and then.
-    void run(int count, std::chrono::milliseconds killInterval) {
+    /// Runs the writers until each has tried `count` records, killing one whenever they have said so many
+    /// lines more; 0: none.
+    void run(int count, int linesFromKillToKill) {
         std::map<int, std::unique_ptr<Writer>> running;
-        auto nextKill = std::chrono::steady_clock::now() + killInterval;
+        int nextKill = linesFromKillToKill;
         const auto start = [&](int writer) {
             running[writer] =
                 std::make_unique<Writer>(file_, std::to_string(writer), accounts_[writer].next, count);
@@ -103,11 +105,11 @@ protected:
             start(writer);
         }
         while (!running.empty()) {
-            if (std::chrono::steady_clock::now() >= nextKill) {
+            if (linesFromKillToKill > 0 && linesSaid() >= nextKill) {
                 auto victim = running.begin();
                 std::advance(victim, random_() % running.size());
                 victim->second->kill();
-                nextKill += killInterval;
+                nextKill += linesFromKillToKill;
             }
             std::vector<pollfd> polled;
             std::vector<int> owners;
@@ -131,6 +133,14 @@ protected:
         }
     }
 
+    [[nodiscard]] int linesSaid() const {
+        int lines = 0;
+        for (const auto& [writer, account] : accounts_) {
+            lines += account.lines;
+        }
+        return lines;
+    }
+
     std::map<int, Account> accounts_;
     int killed_ = 0;
     std::mt19937 random_{20260131};
@@ -140,7 +150,7 @@ TEST_F(RecordWriters, LoseNoAcknowledgedRecordThoughTheyAreKilled) {
     // Above 5000 in all; the variable is for a longer proof, of 2500 at most: ids end at 10,000.
     const char* wanted = std::getenv("VEXIL_RECORDS_PER_WRITER");
     const int perWriter = wanted == nullptr ? 1300 : std::atoi(wanted);
-    run(perWriter, std::chrono::milliseconds(60));
+    run(perWriter, 120);
     EXPECT_GE(killed_, 10) << "too few were killed for a proof";
 
     ResultLog log(cim_);
@@ -189,7 +199,7 @@ TEST_F(RecordWriters, LoseNoAcknowledgedRecordThoughTheyAreKilled) {
 }
 
 TEST_F(RecordWriters, WriteAllRecordsIfNobodyIsKilled) {
-    run(100, std::chrono::hours(1));
+    run(100, 0);
     ResultLog log(cim_);
     std::vector<ResultRecord> records;
     ASSERT_EQ(log.read(records), CimStatus::Success);
