@@ -73,7 +73,7 @@ public:
         : terminal_(context.terminal) {
         const auto& language = context.language;
         title_ = {"#",
-                  language.text(keys::startedAt),
+                  language.text(keys::startedAt) + " (UTC)",
                   language.text(keys::card),
                   language.text(keys::test),
                   language.text(keys::result),

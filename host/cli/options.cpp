@@ -72,7 +72,8 @@ void defineLog(CLI::App& app, Options& options) {
     list->add_flag("--json", options.json, "Write JSON (vexil.log/1)");
     auto* clear = log->add_subcommand("clear", "Remove all results from the log");
     clear->final_callback([&options] { options.clearLog = true; });
-    log->require_subcommand(1);
+    // Required, as is said below in words that name both.
+    log->require_subcommand(0, 1);
 }
 
 void defineSelfCheck(CLI::App& app) {
@@ -153,7 +154,11 @@ ParsedArguments parseArguments(const std::vector<std::string>& arguments) {
         throw UsageError(
             "no command is named: there is cards, tests, run, monitor, log and selfcheck (--help tells more)");
     }
-    options.command = commands.at(chosen.front()->get_name());
+    const auto name = chosen.front()->get_name();
+    if (name == "log" && chosen.front()->get_subcommands().empty()) {
+        throw UsageError("log needs to know what to do: list or clear");
+    }
+    options.command = commands.at(name);
     return {std::move(options), {}};
 }
 
