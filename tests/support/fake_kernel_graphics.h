@@ -27,6 +27,7 @@ public:
     d3dkmt::Status openStatus = d3dkmt::success;
     std::function<d3dkmt::Status(d3dkmt::QueryStatistics&)> query = [](auto&) { return d3dkmt::success; };
     std::vector<std::string> loads;
+    std::set<void*> resolvedFrom; ///< the handles that symbols were looked up in
 
     void* load(const char* name, std::uint32_t flags) override {
         loads.push_back(std::string(name) + " " + std::to_string(flags));
@@ -34,6 +35,7 @@ public:
     }
     void* resolve(void* from, const char* symbol) override {
         const std::string name = symbol;
+        resolvedFrom.insert(from);
         if (from != this || missing.contains(name)) {
             return nullptr;
         }

@@ -55,9 +55,10 @@ ThreadMaker recorded(Record& record) {
 TEST(RunPinned, PlacesTheThreadBeforeItRuns) {
     Record record;
     EXPECT_EQ(runPinned(
-                  {0, 2, 131}, [] { return 0; }, recorded(record)),
+                  {0, 2, 170}, [] { return 0; }, recorded(record)),
               0);
-    EXPECT_EQ(record.steps, (Steps{"priority -15", "group 2 8", "mask 8", "resume", "wait", "exit"}))
+    EXPECT_EQ(record.steps, (Steps{"priority -15", "group 2 4398046511104", "mask 4398046511104", "resume",
+                                   "wait", "exit"}))
         << "131 modulo 64 is 3";
 }
 

@@ -42,6 +42,12 @@ TEST_F(TemperatureIntelTest, ReadsNothingButTheBitsOfTargetAndDistance) {
     EXPECT_EQ(celsius_, 55.0);
 }
 
+TEST_F(TemperatureIntelTest, ReadsAllBitsOfTargetAndDistance) {
+    show(255, 127);
+    EXPECT_EQ(monitor().getPackageTemperature(celsius_), 0);
+    EXPECT_EQ(celsius_, 128.0);
+}
+
 TEST_F(TemperatureIntelTest, GivesAVeryLargeValueForADistanceBeyondTheTarget) {
     show(20, 21);
     EXPECT_EQ(monitor().getPackageTemperature(celsius_), 0);

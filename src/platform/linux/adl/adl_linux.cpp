@@ -1,6 +1,7 @@
 #include "core/shared_api.h"
 #include "platform/adl.h"
 #include "platform/linux/adl/amdgpu_cards.h"
+#include "platform/linux/system_roots.h"
 
 #include <algorithm>
 #include <cstdio>

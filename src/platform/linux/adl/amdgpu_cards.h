@@ -26,9 +26,6 @@ struct AmdgpuCard {
     [[nodiscard]] std::optional<std::uint64_t> usedBytes() const;
 };
 
-/// Where sysfs is: the environment variable VEXIL_SYSFS_ROOT names another place than /sys.
-[[nodiscard]] std::filesystem::path sysfsRoot();
-
 /// The cards that amdgpu runs, in the order of their PCI addresses; none without such a driver.
 [[nodiscard]] std::vector<AmdgpuCard> listAmdgpuCards(const std::filesystem::path& root);
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <fstream>
 #include <system_error>
 #include <tuple>
@@ -105,11 +104,6 @@ std::optional<std::uint64_t> AmdgpuCard::memoryBytes() const {
 
 std::optional<std::uint64_t> AmdgpuCard::usedBytes() const {
     return readNumber<std::uint64_t>(folder / "mem_info_vram_used");
-}
-
-fs::path sysfsRoot() {
-    const char* root = std::getenv("VEXIL_SYSFS_ROOT");
-    return root == nullptr || *root == '\0' ? "/sys" : root;
 }
 
 std::vector<AmdgpuCard> listAmdgpuCards(const fs::path& root) {

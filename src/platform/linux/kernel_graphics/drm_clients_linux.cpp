@@ -5,7 +5,6 @@
 
 #include <charconv>
 #include <fstream>
-#include <iterator>
 #include <limits>
 #include <set>
 #include <string_view>
@@ -63,7 +62,10 @@ std::set<unsigned> processes(const fs::path& procRoot) {
 
 std::string readText(const fs::path& file) {
     std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
+    std::string text;
+    // Unlike an iterator, getline does not throw where the process ends between opening and reading.
+    std::getline(stream, text, '\0');
+    return text;
 }
 
 } // namespace

@@ -54,17 +54,22 @@ d3dkmt::Status query(d3dkmt::QueryStatistics& request) {
 
 } // namespace
 
+// No memory, or a file system that fails: nothing may be thrown across these plain functions.
 extern "C" {
 
 VEXIL_SHARED_API d3dkmt::Status D3DKMTOpenAdapterFromDeviceName(d3dkmt::OpenAdapterFromDeviceName* request) {
-    return request == nullptr || request->deviceName == nullptr ? d3dkmt::invalidParameter : open(*request);
+    try {
+        return request == nullptr || request->deviceName == nullptr ? d3dkmt::invalidParameter
+                                                                    : open(*request);
+    } catch (const std::exception&) {
+        return d3dkmt::invalidParameter;
+    }
 }
 
 VEXIL_SHARED_API d3dkmt::Status D3DKMTQueryStatistics(d3dkmt::QueryStatistics* request) {
     try {
         return request == nullptr ? d3dkmt::invalidParameter : query(*request);
     } catch (const std::exception&) {
-        // No memory, or a file system that fails: nothing may be thrown across a plain function.
         return d3dkmt::invalidParameter;
     }
 }

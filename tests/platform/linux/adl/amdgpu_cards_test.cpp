@@ -1,5 +1,6 @@
 #include "platform/linux/adl/amdgpu_cards.h"
 
+#include "platform/linux/system_roots.h"
 #include "support/recorded_tree.h"
 
 #include <gtest/gtest.h>

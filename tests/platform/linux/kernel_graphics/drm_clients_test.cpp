@@ -52,6 +52,19 @@ TEST(DrmClients, AreNoneWithoutProcesses) {
     EXPECT_TRUE(DrmClients(tree.root()).read(address).empty());
 }
 
+TEST(DrmClients, PassOverFilesThatCannotBeRead) {
+    RecordedTree tree;
+    // What the kernel answers for a process that ends just now: a file that is gone, or cannot be read.
+    tree.addLink("proc/10/fd/3", "/dev/dri/renderD128");
+    tree.addLink("proc/11/fd/3", "/dev/dri/renderD128");
+    tree.addFolder("proc/11/fdinfo/3");
+    tree.addFile("proc/12/fd", "no folder");
+    addClient(tree, 20, 3, 77);
+    DrmClients clients(tree.root() / "proc");
+    EXPECT_EQ(ids(clients.read(address)), Ids{77});
+    EXPECT_EQ(ids(clients.read(address)), Ids{77});
+}
+
 TEST(DrmClients, ForgetAProcessThatEnded) {
     RecordedTree tree(fs::path(VEXIL_TEST_DATA) / "amdgpu.tree");
     DrmClients clients(tree.root() / "proc");

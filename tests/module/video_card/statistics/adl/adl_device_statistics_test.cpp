@@ -264,6 +264,16 @@ TEST(AdlUsage, IsUnavailableFromEveryGeneration) {
     EXPECT_TRUE(amd.loader.events.empty()) << "nobody is asked";
 }
 
+TEST(AdlSource, HoldsNoReferenceToTheLibraryBetweenItsCalls) {
+    AdlFixture amd;
+    ADLDNDeviceStatistics source(4, "03:00.0", amd.contexts);
+    std::int64_t celsius = 0;
+    std::uint64_t bytes = 0;
+    source.getTemperature(celsius);
+    source.getFreeMemory(bytes);
+    EXPECT_EQ(amd.contexts.get().use_count(), 2) << "that of the process, and the one just taken";
+}
+
 TEST(AdlMatch, IsTheWholeLocation) {
     AdlFixture amd;
     const ADLDNDeviceStatistics source(4, "03:00.0", amd.contexts);

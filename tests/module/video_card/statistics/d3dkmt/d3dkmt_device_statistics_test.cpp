@@ -221,8 +221,16 @@ TEST_F(D3dkmtStatistics, AreNotMadeWithoutTheOpeningFunctionOrTheLibrary) {
     graphics_.missing.clear();
     graphics_.library = nullptr;
     EXPECT_EQ(errorOfMaking(), "Could not get adapter(s) from path(s)");
+}
+
+TEST_F(D3dkmtStatistics, LookNothingUpInAHandleOfAllOnes) {
     graphics_.library = reinterpret_cast<void*>(~std::uintptr_t{0});
     EXPECT_EQ(errorOfMaking(), "Could not get adapter(s) from path(s)");
+    EXPECT_TRUE(graphics_.resolvedFrom.empty());
+    // An empty handle is not tested: the look-up itself finds nothing.
+    graphics_.library = nullptr;
+    EXPECT_EQ(errorOfMaking(), "Could not get adapter(s) from path(s)");
+    EXPECT_EQ(graphics_.resolvedFrom, std::set<void*>{nullptr});
 }
 
 TEST_F(D3dkmtStatistics, SkipAPathThatDoesNotOpen) {

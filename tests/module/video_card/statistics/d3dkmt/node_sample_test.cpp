@@ -27,6 +27,16 @@ TEST(NodeLoad, BringsTheCounterToTheUnitOfTheRunningTime) {
     EXPECT_EQ(nodeLoad(sampled(2'500'000, 1'000'000), 2'000'000), 50.0F);
 }
 
+TEST(NodeLoad, IsReckonedInSinglePrecision) {
+    // 16,777,217 is the first whole number that a float cannot hold.
+    EXPECT_EQ(nodeLoad(sampled(16'777'216, 16'777'217), frequency), 100.0F);
+}
+
+TEST(NodeLoad, BringsTheUnitToTheCounterBeforeItMultiplies) {
+    // The other order gives 50, and a reading that is rounded up would be one less.
+    EXPECT_EQ(nodeLoad(sampled(24'925'001'728, 14'955), 3), 50.0000076F);
+}
+
 TEST(NodeLoad, IsNeverMoreThanAHundred) {
     EXPECT_EQ(nodeLoad(sampled(5'000'001, 5'000'000), frequency), 100.0F);
     EXPECT_EQ(nodeLoad(sampled(std::numeric_limits<std::int64_t>::max(), 1), frequency), 100.0F);
