@@ -48,7 +48,9 @@ TEST(ThreadPool, PinsAWorkerOnItsOwnThread) {
     ThreadPool pool(1, [&](std::uint64_t) { pinned.set_value(std::this_thread::get_id()); });
     std::thread::id runner;
     pool.submit([&] { runner = std::this_thread::get_id(); }).get();
-    EXPECT_EQ(pinned.get_future().get(), runner);
+    auto pinnedThread = pinned.get_future();
+    ASSERT_EQ(pinnedThread.wait_for(std::chrono::seconds(0)), std::future_status::ready);
+    EXPECT_EQ(pinnedThread.get(), runner);
 }
 
 TEST(ThreadPool, RunsATaskOnAWorker) {

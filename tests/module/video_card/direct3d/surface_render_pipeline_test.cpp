@@ -59,11 +59,11 @@ TEST_F(SurfaceDraw, ReadsEveryTexelOfTheSurfaceWhereNoDepthIsTested) {
     state->Release();
 
     const auto image = target();
-    std::size_t far = 0;
+    std::size_t differing = 0;
     for (std::size_t i = 0; i < image.size(); ++i) {
-        far += std::abs(image[i] - surface_[i]) > 1 ? 1 : 0; // A linear filter may round.
+        differing += std::abs(image[i] - surface_[i]) > 1 ? 1 : 0; // A linear filter may round.
     }
-    EXPECT_EQ(far, 0U);
+    EXPECT_EQ(differing, 0U);
 }
 
 } // namespace

@@ -279,6 +279,44 @@ TEST(VideoMemoryTest, GivesBackAllMemoryOfTheCard) {
     EXPECT_EQ(card.card->usedMemory, 0U);
 }
 
+/// Notes how much of a card's memory is in use when its next device is made.
+class ResetWatch {
+public:
+    explicit ResetWatch(const simulated::SimulatedCard& card) {
+        watched_ = &card;
+        used_ = ~std::uint64_t{0};
+        before_ = module::video_card::direct3dApi();
+        module::video_card::exchangeDirect3DApi({before_.createFactory, create});
+    }
+    ResetWatch(const ResetWatch&) = delete;
+    ResetWatch& operator=(const ResetWatch&) = delete;
+    ~ResetWatch() { module::video_card::exchangeDirect3DApi(before_); }
+
+    [[nodiscard]] std::uint64_t used() const { return used_; }
+
+private:
+    static HRESULT WINAPI create(IDXGIAdapter* adapter, D3D_DRIVER_TYPE driverType, HMODULE software,
+                                 UINT flags, const D3D_FEATURE_LEVEL* levels, UINT levelCount, UINT version,
+                                 ID3D11Device** device, D3D_FEATURE_LEVEL* level,
+                                 ID3D11DeviceContext** context) {
+        used_ = watched_->usedMemory;
+        return before_.createDevice(adapter, driverType, software, flags, levels, levelCount, version, device,
+                                    level, context);
+    }
+
+    static inline const simulated::SimulatedCard* watched_ = nullptr;
+    static inline std::uint64_t used_ = 0;
+    static inline module::video_card::Direct3DApi before_;
+};
+
+TEST(VideoMemoryTest, GivesItsMemoryBackBeforeTheCardGetsItsNextDevice) {
+    CardUnderTest card(setupWith(40 * mebibyte));
+    Dx11VideoMemoryTest test;
+    const ResetWatch watch(*card.card);
+    EXPECT_EQ(card.run(test), TestResult::Passed);
+    EXPECT_EQ(watch.used(), 0U);
+}
+
 TEST(VideoMemoryTest, RunsAgainAndAgainOnFreshDevices) {
     CardUnderTest card(setupWith(8 * mebibyte));
     Dx11VideoMemoryTest test;
