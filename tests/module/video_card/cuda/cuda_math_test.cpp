@@ -266,6 +266,8 @@ TEST(CudaMathComparison, TakesWhatLiesWithinTheTolerance) {
     EXPECT_TRUE(isFloatRight(0.0F, -0.0F, 0, 0));
     EXPECT_TRUE(isFloatRight(1.0F, 1.0F, 0, 0));
     EXPECT_FALSE(isFloatRight(std::nextafter(1.0F, 2.0F), 1.0F, 0, 0));
+    EXPECT_TRUE(isFloatRight(1.5F, 1.0F, 0, 0.5F)) << "the tolerance itself is within";
+    EXPECT_FALSE(isFloatRight(1.5F, 1.0F, 0, 0.49F));
     EXPECT_TRUE(isFloatRight(-4.37113883e-08F, 4.37113883e-08F, 0, 5.11061387e-07F));
     EXPECT_FALSE(isFloatRight(9.0909091e+19F + 1e13F, 9.09090903e+19F, 0, 1.1920929e-07F));
 }

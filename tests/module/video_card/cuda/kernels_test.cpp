@@ -160,7 +160,6 @@ TEST(CudaKernels, FindNothingInMemoryThatIsRight) {
 
 // On faulty memory the order of the accesses shows. The walks over one word after another keep it exactly.
 TEST(CudaKernels, KeepTheOrderOfThePlainWalkOnFaultyMemory) {
-    constexpr Word chunkBytes = 0x400;
     constexpr std::string_view ordered[] = {"memory_fault", "modulo_x", "address", "Random",
                                             "moving_inversion_kernel_w"};
     std::mt19937 source(7);
@@ -171,6 +170,8 @@ TEST(CudaKernels, KeepTheOrderOfThePlainWalkOnFaultyMemory) {
         }
         for (int round = 0; round < 40; ++round) {
             SCOPED_TRACE(testing::Message() << test.kernel << ", round " << round);
+            // Whole batches, and words that fill none.
+            const Word chunkBytes = round % 4 == 3 ? 8 * 21 : 0x400;
             simulated::CudaCardSection card;
             const auto bit = [&] { return static_cast<unsigned>(source() % 32); };
             const auto place = [&] { return std::uint64_t{source() % (chunkBytes * 2 / 4)} * 4; };
@@ -239,6 +240,125 @@ TEST(CudaKernels, SeeAStoreThatDisturbsTheNeighbourWhichTheWalkComesToNext) {
            reference);
     EXPECT_EQ(flag, 0);
     simulated::cuda::WatchedMemory::watch(nullptr);
+}
+
+TEST(CudaKernels, ReadTheReferenceOfAWrongWordAgainBeforeItsComplementIsStored) {
+    const auto& cases = plain_walk::allCases();
+    const Case& test = *std::ranges::find_if(cases, [](const Case& other) {
+        return std::string_view(other.kernel) == "RandomNumberSequenceKernelCheckWrite";
+    });
+    for (const Word chunkBytes : {0x400U, 24U}) {
+        Block memory(chunkBytes), reference(chunkBytes);
+        fillRandomly({reference.begin(), chunkBytes}, 4);
+        std::ranges::copy(std::span(reference.begin(), chunkBytes), memory.begin());
+        auto* const words = reinterpret_cast<Word*>(memory.begin());
+        const auto* const expected = reinterpret_cast<const Word*>(reference.begin());
+        const Word right = expected[3];
+        words[3] ^= 0x80;
+        simulated::CudaCardSection card;
+        card.readFlips = {{3 * 4, 1, 2}};
+        simulated::cuda::WatchedMemory watched;
+        watched.add(card, 0, reference.begin(), chunkBytes);
+        simulated::cuda::WatchedMemory::watch(&watched);
+        std::uint8_t flag = 1;
+        launch(kernels::watched::kernelTable(), test, chunkBytes, memory.begin(), memory.end(), &flag,
+               reference.begin());
+        simulated::cuda::WatchedMemory::watch(nullptr);
+        EXPECT_EQ(flag, 0);
+        EXPECT_EQ(words[2], ~expected[2]);
+        EXPECT_EQ(words[3], ~(right ^ 1)) << "what the second reading gave";
+    }
+}
+
+// A chunk of a test is always whole; the walk of the memory-fault kernels has a rule for others all the same:
+// it goes on while its cursor is within the launch's base and the end, both included, and is not entered
+// outside of them.
+TEST(CudaKernels, WalkAPartialChunkUpToTheEndAndNotDownFromBehindIt) {
+    constexpr Word chunkBytes = 0x1000;
+    for (const Case& test : plain_walk::allCases()) {
+        if (!std::string_view(test.kernel).starts_with("memory_fault")) {
+            continue;
+        }
+        for (const Word missing : {4U, 8U, 0x804U, 0xFFCU}) {
+            SCOPED_TRACE(testing::Message() << test.kernel << ", " << missing << " bytes missing");
+            std::vector<std::uint8_t> left[2];
+            std::uint8_t flags[2] = {1, 1};
+            for (const bool byKernel : {true, false}) {
+                Block memory(chunkBytes);
+                fillRandomly({memory.begin(), chunkBytes}, 9);
+                std::uint8_t* const end = memory.end() - missing;
+                if (byKernel) {
+                    launch(kernels::plain::kernelTable(), test, chunkBytes, memory.begin(), end, &flags[1],
+                           nullptr);
+                } else {
+                    walk(test.walk, chunkBytes, memory.begin(), end, &flags[0], nullptr);
+                }
+                left[byKernel ? 1 : 0].assign(memory.begin(), memory.end());
+            }
+            EXPECT_EQ(flags[0], flags[1]);
+            EXPECT_EQ(left[0], left[1]);
+        }
+    }
+}
+
+namespace {
+
+/// Runs a block-move kernel over one chunk of 1 MiB.
+void moveBlocks(const char* kernel, Block& memory, std::uint8_t& flag) {
+    const auto& cases = plain_walk::allCases();
+    const Case& test = *std::ranges::find_if(
+        cases, [&](const Case& other) { return std::string_view(other.kernel) == kernel; });
+    launch(kernels::plain::kernelTable(), test, static_cast<Word>(memory.size()), memory.begin(),
+           memory.end(), &flag, nullptr);
+}
+
+} // namespace
+
+TEST(CudaKernels, FillAChunkWithABitThatWalksFromGroupToGroup) {
+    Block memory(0x100000);
+    std::uint8_t flag = 1;
+    moveBlocks("block_move_kernel_init", memory, flag);
+    const auto* const words = reinterpret_cast<const Word*>(memory.begin());
+    for (Word group = 0; group < 16384; ++group) {
+        const Word value = 1U << group % 32;
+        for (Word i = 0; i < 16; ++i) {
+            ASSERT_EQ(words[group * 16 + i], i % 4 < 2 ? value : ~value)
+                << "group " << group << ", word " << i;
+        }
+    }
+}
+
+TEST(CudaKernels, RotateTheFirstHalfOfAChunkBy32BytesAndKeepItsOrderInTheSecond) {
+    Block memory(0x100000);
+    auto* const words = reinterpret_cast<Word*>(memory.begin());
+    constexpr Word half = 131072;
+    for (Word i = 0; i < 2 * half; ++i) {
+        words[i] = i;
+    }
+    std::uint8_t flag = 1;
+    moveBlocks("block_move_kernel_move", memory, flag);
+    for (Word i = 0; i < half; ++i) {
+        ASSERT_EQ(words[i], (i + half - 8) % half) << i;
+        ASSERT_EQ(words[half + i], i) << "what was in the second half is gone";
+    }
+}
+
+TEST(CudaKernels, FindPairsEqualAfterTheMoveAndSeeOneWordOfAPair) {
+    Block memory(0x100000);
+    std::uint8_t flag = 1;
+    for (const char* kernel :
+         {"block_move_kernel_init", "block_move_kernel_move", "block_move_kernel_check"}) {
+        moveBlocks(kernel, memory, flag);
+    }
+    EXPECT_EQ(flag, 1);
+    auto* const words = reinterpret_cast<Word*>(memory.begin());
+    words[1000] ^= 4;
+    words[1001] ^= 4;
+    moveBlocks("block_move_kernel_check", memory, flag);
+    EXPECT_EQ(flag, 1) << "a fault that leaves both words equal goes unseen";
+    words[2001] ^= 4;
+    moveBlocks("block_move_kernel_check", memory, flag);
+    EXPECT_EQ(flag, 0);
 }
 
 TEST(CudaKernels, ReturnAtOnceInBlocksAtOrAboveTheEnd) {
