@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 namespace vexil::platform {
 
@@ -15,8 +16,13 @@ struct DesktopRectangle {
 /// What stands for a desktop on a machine that shows none: the size that most displays have.
 inline constexpr DesktopRectangle desktopWithoutDisplay{0, 0, 1920, 1080};
 
-/// The rectangle of the desktop as it is now: of the primary display, or on X11 of the whole screen;
-/// `desktopWithoutDisplay` where none can be reached.
-[[nodiscard]] DesktopRectangle desktopRectangle();
+/// The rectangle of the desktop as it is now: of the primary display, or on X11 of the whole screen; nothing
+/// where no display can be reached, and so no window can be seen.
+[[nodiscard]] std::optional<DesktopRectangle> findDesktop();
+
+/// The same, and `desktopWithoutDisplay` where there is none.
+[[nodiscard]] inline DesktopRectangle desktopRectangle() {
+    return findDesktop().value_or(desktopWithoutDisplay);
+}
 
 } // namespace vexil::platform

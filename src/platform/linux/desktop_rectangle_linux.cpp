@@ -41,27 +41,27 @@ bool load(DisplayCalls& calls) {
 
 } // namespace
 
-DesktopRectangle desktopRectangle() {
+std::optional<DesktopRectangle> findDesktop() {
     const char* display = std::getenv("DISPLAY");
     DisplayCalls calls;
     if (display == nullptr || *display == '\0' || !load(calls)) {
-        return desktopWithoutDisplay;
+        return std::nullopt;
     }
     int preferred = 0;
     // A connection that failed is an object too, and has to be given back.
     const std::unique_ptr<xcb_connection_t, decltype(calls.disconnect)> connection(
         calls.connect(nullptr, &preferred), calls.disconnect);
     if (calls.hasError(connection.get()) != 0) {
-        return desktopWithoutDisplay;
+        return std::nullopt;
     }
     auto screens = calls.roots(calls.setup(connection.get()));
     for (int skipped = 0; skipped < preferred && screens.rem > 1; ++skipped) {
         calls.nextScreen(&screens);
     }
     if (screens.rem == 0) {
-        return desktopWithoutDisplay;
+        return std::nullopt;
     }
-    return {0, 0, screens.data->width_in_pixels, screens.data->height_in_pixels};
+    return DesktopRectangle{0, 0, screens.data->width_in_pixels, screens.data->height_in_pixels};
 }
 
 } // namespace vexil::platform

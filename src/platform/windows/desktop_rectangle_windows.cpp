@@ -4,12 +4,12 @@
 
 namespace vexil::platform {
 
-DesktopRectangle desktopRectangle() {
+std::optional<DesktopRectangle> findDesktop() {
     RECT rectangle{};
     if (GetWindowRect(GetDesktopWindow(), &rectangle) == FALSE) {
-        return desktopWithoutDisplay;
+        return std::nullopt;
     }
-    return {rectangle.left, rectangle.top, rectangle.right, rectangle.bottom};
+    return DesktopRectangle{rectangle.left, rectangle.top, rectangle.right, rectangle.bottom};
 }
 
 } // namespace vexil::platform
