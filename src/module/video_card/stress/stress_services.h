@@ -3,8 +3,6 @@
 #include "module/video_card/direct3d/dx11_context.h"
 #include "module/video_card/stress/rendering/stress_sample.h"
 
-#include <QtGui/qwindowdefs.h>
-
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -50,8 +48,8 @@ public:
 
 struct WindowSceneRequest {
     Dx11Context dx11;
-    WId window;
-    std::uint32_t width; ///< in pixels, as `height`
+    std::uintptr_t window; ///< as the window system numbers it
+    std::uint32_t width;   ///< in pixels, as `height`
     std::uint32_t height;
     float scale; ///< of the overlay: the dots per inch of the screen
 };

@@ -41,7 +41,8 @@ public:
 
     /// Takes in each value of the sample whose valid flag is set.
     void addSample(const StressSample& sample);
-    /// Sends the lines "MINIMUM", "MAXIMUM" and "AVERAGE", each with an item for each value that was measured.
+    /// Sends the lines "MINIMUM", "MAXIMUM" and "AVERAGE", each with an item for each value that was
+    /// measured.
     void reportResults() const;
 
     MeasuredValue<float> fps{0, std::numeric_limits<float>::max(), std::numeric_limits<float>::min()};
