@@ -17,7 +17,7 @@ class TestParameterScreenDimensions;
 
 /// The window in which the stress test is seen: without a frame, on top of all others, its whole area drawn
 /// by the card. Made, shown by `exec` and destroyed on the GUI thread; its result is a `StressCode`.
-class StressTestDialog : public InputDialog {
+class StressTestDialog : public utils::InputDialog {
     Q_OBJECT
 
 public:

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <array>
 #include <exception>
+#include <memory>
 
 namespace vexil::module::video_card {
 
@@ -39,8 +40,8 @@ std::uint32_t showDialog(const StressRun& run, const LoadController& loadControl
     try {
         StressTestDialog dialog(run, loadController, nullptr, eventFilter, dimensions,
                                 static_cast<float>(static_cast<std::uint32_t>(dpi)));
-        legacy::Context context(&run.arguments);
-        dialog.setContext(&context);
+        const utils::legacy::Context context(&run.arguments);
+        dialog.attach(&context);
         return static_cast<std::uint32_t>(dialog.exec());
     } catch (const std::exception&) {
         return StressCode::Left;
@@ -56,11 +57,17 @@ std::uint8_t statusOfWindow(std::uint32_t code) {
 
 std::uint8_t runInWindow(const StressRun& run, const LoadController& loadController,
                          const TestParameterScreenDimensions& dimensions) {
-    legacy::Context context(&run.arguments);
+    utils::WidgetWrapperWithCallable widget(
+        std::make_unique<utils::legacy::Context>(&run.arguments),
+        [&](QWidget*, utils::InputRequestCloser* closer, std::int32_t dpi) {
+            return showDialog(run, loadController, dimensions, closer, dpi);
+        });
+    const utils::legacy::Context context(&run.arguments);
     InputRequest request;
+    request.widget = &widget;
     request.type = 3;
     request.context = &context;
-    requestInput(request, *run.arguments.reporter);
+    utils::requestInput(request, *run.arguments.reporter);
     return statusOfWindow(request.result);
 }
 

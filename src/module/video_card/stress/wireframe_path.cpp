@@ -40,12 +40,12 @@ std::uint8_t renderSlice(WireframeScene& scene, SystemTimer& timer) {
 /// Hands one slice to the GUI thread and returns when it has run there.
 void runOnGui(std::function<void()>& slice, const core::TestRunArguments& arguments) {
     WireframeStressTestWrapper wrapper(slice);
-    legacy::Context context(&arguments);
+    const utils::legacy::Context context(&arguments);
     InputRequest request;
     request.widget = &wrapper;
     request.type = 3;
     request.context = &context;
-    requestInput(request, *arguments.reporter);
+    utils::requestInput(request, *arguments.reporter);
 }
 
 } // namespace

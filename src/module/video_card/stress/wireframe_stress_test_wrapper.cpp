@@ -2,7 +2,7 @@
 
 namespace vexil::module::video_card {
 
-std::uint32_t WireframeStressTestWrapper::showWidget(QWidget*, InputRequestCloser*, std::int32_t) {
+std::uint32_t WireframeStressTestWrapper::showWidget(QWidget*, utils::InputRequestCloser*, std::int32_t) {
     (*work_)();
     return 0;
 }

@@ -17,7 +17,7 @@ public:
     explicit WireframeStressTestWrapper(std::function<void()>& work) : work_(&work) {}
 
     /// Calls the function; shows nothing.
-    std::uint32_t showWidget(QWidget* parent, InputRequestCloser* closer, std::int32_t dpi) override;
+    std::uint32_t showWidget(QWidget* parent, utils::InputRequestCloser* closer, std::int32_t dpi) override;
 
 private:
     std::function<void()>* work_;
