@@ -64,7 +64,6 @@ private:
     void createRasterizerState();
     void createConstantBuffers();
     void createOverlay(float scale);
-    void setViewport();
     void bindConstants(float seconds);
     void beginPass(ID3D11RenderTargetView* target);
     [[nodiscard]] HRESULT draw(const RenderObject& object);

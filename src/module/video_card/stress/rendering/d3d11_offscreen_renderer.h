@@ -46,7 +46,6 @@ private:
     void createMatrices();
     void createPattern();
     void createStaging();
-    void setViewport();
     [[nodiscard]] std::size_t previousIndex() const;
     [[nodiscard]] HRESULT drawScene(const OffscreenTarget& target, float angle);
 

@@ -21,7 +21,7 @@ static_assert(sizeof(SphereVertex) == renderVertexBytes);
 [[nodiscard]] std::vector<SphereVertex> sphereVertices(std::uint32_t segments);
 
 /// The sphere as a list of one object, for `D3D11OffscreenRenderer`. The list is empty if anything could not
-/// be made; E_HANDLE stands for a shader that came back null.
+/// be made; 0x80070006 stands for a shader that came back null.
 [[nodiscard]] Created<std::vector<RenderObject>> createSphereObjects(std::uint32_t segments,
                                                                      const Dx11Context& dx11);
 
