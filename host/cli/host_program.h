@@ -2,6 +2,7 @@
 
 #include "host/cli/terminal.h"
 #include "host/core/direct3d_need.h"
+#include "host/core/gui.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -23,6 +24,7 @@ struct HostEnvironment {
     bool hasDisplayController = false;
     const volatile std::uint8_t& cancel; ///< non-zero stops the run
     Direct3dProbe direct3dProbe = missingDirect3dLibrary;
+    Gui* gui = nullptr; ///< null in a program that was built without one
 };
 
 /// The program, from its arguments (without its name) to its exit code. Every error is one line on `err`.
