@@ -29,9 +29,9 @@ constexpr int renderInterval = 1; // as soon as the loop is free
 constexpr int sampleInterval = 1000;
 
 /// Without a frame: the window manager is bypassed where there is one to bypass.
-constexpr Qt::WindowFlags windowFlags =
+constexpr Qt::WindowFlags stressWindowFlags =
     Qt::Dialog | Qt::MSWindowsFixedSizeDialogHint | Qt::BypassWindowManagerHint | Qt::WindowStaysOnTopHint;
-static_assert(windowFlags.toInt() == 263427);
+static_assert(stressWindowFlags.toInt() == 263427);
 
 QRect geometryOf(const TestParameterScreenDimensions& dimensions) {
     return dimensions.isFullScreen()
@@ -60,7 +60,7 @@ StressTestDialog::StressTestDialog(const StressRun& run, const LoadController& l
 
     setWindowTitle(QString::fromStdString(run.device.displayName()));
     setFocusPolicy(Qt::NoFocus);
-    setWindowFlags(windowFlags);
+    setWindowFlags(stressWindowFlags);
     setAttribute(Qt::WA_AcceptTouchEvents);
     setCursor(Qt::BlankCursor);
     setWindowIcon(QApplication::windowIcon());

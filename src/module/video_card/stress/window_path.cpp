@@ -62,7 +62,7 @@ std::uint8_t runInWindow(const StressRun& run, const LoadController& loadControl
         [&](QWidget*, utils::InputRequestCloser* closer, std::int32_t dpi) {
             return showDialog(run, loadController, dimensions, closer, dpi);
         });
-    const utils::legacy::Context context(&run.arguments);
+    utils::legacy::Context context(&run.arguments);
     InputRequest request;
     request.widget = &widget;
     request.type = 3;

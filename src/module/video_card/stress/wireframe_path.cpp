@@ -40,7 +40,7 @@ std::uint8_t renderSlice(WireframeScene& scene, SystemTimer& timer) {
 /// Hands one slice to the GUI thread and returns when it has run there.
 void runOnGui(std::function<void()>& slice, const core::TestRunArguments& arguments) {
     WireframeStressTestWrapper wrapper(slice);
-    const utils::legacy::Context context(&arguments);
+    utils::legacy::Context context(&arguments);
     InputRequest request;
     request.widget = &wrapper;
     request.type = 3;

@@ -15,7 +15,7 @@ namespace vexil::tests {
 /// A stress test with everything around it: a simulated card, scenes and a timer in the test's hand, a host.
 class StressTestUnderTest {
 public:
-    explicit StressTestUnderTest(bool wireframe) : test(wireframe, services()) {
+    explicit StressTestUnderTest(bool isWireframe) : test(isWireframe, services()) {
         card.device->setStatistics(std::make_unique<FakeSensors>(sensors));
         card.arguments.reporter = &reporter;
     }
