@@ -12,7 +12,7 @@ namespace {
 
 /// What the suite's modules look for.
 constexpr const char* accessibleNameOfTheHost = "Default - Window";
-constexpr int width = 360;
+constexpr int windowWidth = 360;
 constexpr int margin = 24;
 
 QString textOf(const Language& language, const std::string& key) {
@@ -36,7 +36,7 @@ HostWindow::HostWindow(const Language& language) : test_(new QLabel(this)) {
     layout->addWidget(test_);
     layout->addWidget(hint);
     layout->addStretch();
-    setMinimumWidth(width);
+    setMinimumWidth(windowWidth);
 }
 
 void HostWindow::showTest(const QString& title) { test_->setText(title); }
