@@ -6,7 +6,7 @@
 
 #include <QApplication>
 #include <QKeyEvent>
-#include <QTimer>
+#include <QWidget>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
