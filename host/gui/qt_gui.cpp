@@ -1,5 +1,6 @@
 #include "host/gui/qt_gui.h"
 
+#include "host/core/exit_code.h"
 #include "host/gui/host_window.h"
 #include "host/gui/language_translator.h"
 #include "host/gui/make_gui.h"
@@ -106,6 +107,9 @@ void QtGui::run(bool visible, const Language& language, const std::string& trans
     QtMessages messages;
     Application application(visible);
     messages.showWarnings();
+    if (visible && QGuiApplication::platformName() == "offscreen") {
+        throw HostError(ExitCode::Usage, "Qt cannot open windows on this display");
+    }
     LanguageTranslator translator(language, translationContext);
     QCoreApplication::installTranslator(&translator);
     HostWindow window(language);
