@@ -61,6 +61,7 @@ StressTestDialog::StressTestDialog(const StressRun& run, const LoadController& l
     setWindowTitle(QString::fromStdString(run.device.displayName()));
     setFocusPolicy(Qt::NoFocus);
     setWindowFlags(stressWindowFlags);
+    setGeometry(geometry); // which losing its frame has moved
     setAttribute(Qt::WA_AcceptTouchEvents);
     setCursor(Qt::BlankCursor);
     setWindowIcon(QApplication::windowIcon());

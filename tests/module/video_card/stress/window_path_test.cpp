@@ -136,7 +136,7 @@ TEST_F(WindowPath, OfAHostThatShowsNothingCouldNotExecuteTheOperation) {
     EXPECT_THAT(stress_.reporter.events, ElementsAre("progress 100", "progress 100", failedOperation));
 }
 
-TEST_F(WindowPath, WhoseWindowCannotBeBuiltSaysNothing) {
+TEST(StressWindowPath, WhoseWindowCannotBeBuiltSaysNothing) {
     for (bool WindowScript::*part : {&WindowScript::makesRenderer, &WindowScript::makesScene,
                                      &WindowScript::makesComparison}) {
         StressTestUnderTest stress(false);

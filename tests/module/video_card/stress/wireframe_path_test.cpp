@@ -130,7 +130,7 @@ struct FrameRow {
     std::vector<std::string> progressBefore;
 };
 
-TEST_F(WireframePath, EndsWithTheFirstFrameThatFails) {
+TEST(StressWireframePath, EndsWithTheFirstFrameThatFails) {
     const std::vector<FrameRow> rows = {{1, {}}, {2, {}}, {5, {"progress 33"}}, {6, {"progress 33"}}};
     for (const auto& row : rows) {
         StressTestUnderTest stress(true);
