@@ -113,6 +113,8 @@ void StressTestDialog::startTimers(const StressRun& run, const LoadController& l
     renderTimer_.start(renderInterval);
     clock_.start();
     connect(&sampleTimer_, &QTimer::timeout, this, [this] { run_->onSampleTick(); });
+    // Qt's usual timers may fire early: the last sample would find the time not up, and cost a second more.
+    sampleTimer_.setTimerType(Qt::PreciseTimer);
     sampleTimer_.start(sampleInterval);
 }
 

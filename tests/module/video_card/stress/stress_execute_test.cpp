@@ -131,7 +131,6 @@ TEST_P(EitherStressTest, LeavesTheCardWithANewDevice) {
     EXPECT_EQ(before.use_count(), 1) << "something of the run still holds the old device";
 }
 
-
 TEST(StressBurnIn, SetsTheLoadAndTheDeadline) {
     StressTestUnderTest stress(false);
     stress.window.makesRenderer = false;

@@ -69,8 +69,9 @@ TEST(WindowCode, IsMappedToTheStatusOfTheTest) {
 TEST_F(WindowPath, PassesWhenTheTimeIsUpAndSendsTheThreeLines) {
     EXPECT_EQ(stress_.run(), TestResult::Passed);
     EXPECT_EQ(stress_.reporter.questions, 1);
-    EXPECT_THAT(stress_.reporter.reports(), ElementsAre("report 0 MINIMUM" + items, "report 0 MAXIMUM" + items,
-                                                        "report 0 AVERAGE" + items));
+    EXPECT_THAT(
+        stress_.reporter.reports(),
+        ElementsAre("report 0 MINIMUM" + items, "report 0 MAXIMUM" + items, "report 0 AVERAGE" + items));
     EXPECT_THAT(stress_.reporter.events, Contains("progress 50"));
     EXPECT_THAT(stress_.reporter.events, Contains("progress 100"));
     EXPECT_GT(stress_.window.renderings.size(), 50U);
@@ -118,8 +119,9 @@ TEST_F(WindowPath, EndsAtASystemEventWithTheLinesAndThenTheMessage) {
     stress_.set("DURATION", "5");
     atRendering(3, [this](QWidget&) { stress_.card.arguments.systemEvents->flags = 1; });
     EXPECT_EQ(stress_.run(), TestResult::NotCompleted);
-    EXPECT_THAT(stress_.reporter.reports(), ElementsAre("report 0 MINIMUM" + items, "report 0 MAXIMUM" + items,
-                                                        "report 0 AVERAGE" + items, systemEvent));
+    EXPECT_THAT(stress_.reporter.reports(),
+                ElementsAre("report 0 MINIMUM" + items, "report 0 MAXIMUM" + items,
+                            "report 0 AVERAGE" + items, systemEvent));
 }
 
 TEST_F(WindowPath, EndsWithinASecondAtAStopFromTheHostWithoutAMessageOfIts) {
@@ -137,8 +139,8 @@ TEST_F(WindowPath, OfAHostThatShowsNothingCouldNotExecuteTheOperation) {
 }
 
 TEST(StressWindowPath, WhoseWindowCannotBeBuiltSaysNothing) {
-    for (bool WindowScript::*part : {&WindowScript::makesRenderer, &WindowScript::makesScene,
-                                     &WindowScript::makesComparison}) {
+    for (bool WindowScript::*part :
+         {&WindowScript::makesRenderer, &WindowScript::makesScene, &WindowScript::makesComparison}) {
         StressTestUnderTest stress(false);
         stress.window.*part = false;
         EXPECT_EQ(stress.run(), TestResult::NotCompleted);
@@ -177,8 +179,7 @@ TEST_F(WindowPath, ThatIsInfiniteGoesOnUntilAFrameDiffersAtAPeriodsEnd) {
         }
     };
     EXPECT_EQ(stress_.run(), TestResult::Failed);
-    EXPECT_EQ(periods, 2);
-    EXPECT_GE(stress_.window.renderer.readBacks, 3);
+    EXPECT_EQ(stress_.window.renderer.readBacks, 3) << "at the end of the third period";
     EXPECT_EQ(std::ranges::count(stress_.reporter.reports(), "report 0 MINIMUM" + items), 0);
 }
 

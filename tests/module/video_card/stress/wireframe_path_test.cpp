@@ -47,12 +47,12 @@ protected:
 TEST_F(WireframePath, RendersSlicesOfASecondAndEndsWithTheThreeLines) {
     EXPECT_EQ(stress_.run(), TestResult::Passed);
     EXPECT_EQ(stress_.reporter.questions, 3);
-    const std::string items = " \t/\t GPU_STRESS_TEST_INFO_TEMPERATURE: 48\xC2\xB0"
-                              "C \t/\t GPU_STRESS_TEST_INFO_GPU_USAGE: 95% \t/\t GPU_STRESS_TEST_INFO_FPS: 60";
-    EXPECT_THAT(stress_.reporter.events,
-                ElementsAre("progress 33", "progress 66", "progress 100", "progress 100",
-                            "report 0 MINIMUM" + items, "report 0 MAXIMUM" + items,
-                            "report 0 AVERAGE" + items));
+    const std::string items =
+        " \t/\t GPU_STRESS_TEST_INFO_TEMPERATURE: 48\xC2\xB0"
+        "C \t/\t GPU_STRESS_TEST_INFO_GPU_USAGE: 95% \t/\t GPU_STRESS_TEST_INFO_FPS: 60";
+    EXPECT_THAT(stress_.reporter.events, ElementsAre("progress 33", "progress 66", "progress 100",
+                                                     "progress 100", "report 0 MINIMUM" + items,
+                                                     "report 0 MAXIMUM" + items, "report 0 AVERAGE" + items));
 }
 
 TEST_F(WireframePath, DrawsEachPictureTwice) {
@@ -85,7 +85,9 @@ TEST_F(WireframePath, NeverJudgesAPicture) {
 TEST_F(WireframePath, SamplesWhenMoreThanTwoSecondsHavePassed) {
     stress_.set("DURATION", "0.1"); // 6 slices: samples behind the third and the sixth
     int sampled = 0;
-    stress_.reporter.onProgress = [&](std::uint8_t) { stress_.wireframe.renderer.fps = 10.0F * float(++sampled); };
+    stress_.reporter.onProgress = [&](std::uint8_t) {
+        stress_.wireframe.renderer.fps = 10.0F * float(++sampled);
+    };
     stress_.wireframe.renderer.fps = 1000;
     EXPECT_EQ(stress_.run(), TestResult::Passed);
     const auto reports = stress_.reporter.reports();
@@ -99,8 +101,8 @@ TEST_F(WireframePath, OfNoDurationRendersNothingAndPasses) {
     stress_.set("DURATION", "0");
     EXPECT_EQ(stress_.run(), TestResult::Passed);
     EXPECT_EQ(stress_.reporter.questions, 0);
-    EXPECT_THAT(stress_.reporter.events, ElementsAre("progress 100", "report 0 MINIMUM", "report 0 MAXIMUM",
-                                                     "report 0 AVERAGE"));
+    EXPECT_THAT(stress_.reporter.events,
+                ElementsAre("progress 100", "report 0 MINIMUM", "report 0 MAXIMUM", "report 0 AVERAGE"));
 }
 
 TEST_F(WireframePath, TellsMoreThan100PercentWhenTheLastSliceEndsLate) {
