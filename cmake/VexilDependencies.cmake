@@ -84,3 +84,13 @@ if(WIN32)
 else()
   find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets DBus)
 endif()
+
+# The reader of SVG pictures, header-only.
+add_library(vexil_nanosvg INTERFACE)
+file(GLOB nanosvg_entries ${VEXIL_CACHE_DIR}/nanosvg-*)
+if(nanosvg_entries)
+  list(GET nanosvg_entries -1 VEXIL_NANOSVG_DIR)
+  target_include_directories(vexil_nanosvg SYSTEM INTERFACE ${VEXIL_NANOSVG_DIR}/include)
+elseif(TARGET Qt6::Gui)
+  message(FATAL_ERROR "The reader of SVG pictures is not in ${VEXIL_CACHE_DIR}: run scripts/setup first")
+endif()

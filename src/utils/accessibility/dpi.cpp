@@ -29,6 +29,11 @@ constexpr std::array dpiSteps = {
 
 Dpi* theInstance = nullptr;
 
+QSize firstScreenSize() {
+    const auto screens = QGuiApplication::screens();
+    return screens.empty() ? referenceSize : screens.first()->size();
+}
+
 std::int32_t logicalDpiOf(const QScreen& screen) {
     return static_cast<std::int32_t>(screen.logicalDotsPerInchX());
 }
@@ -74,9 +79,7 @@ Dpi::Dpi(QWidget* parent) : QWidget(parent), values_(reduceDpi(primaryMonitorDpi
 
 Dpi::~Dpi() { theInstance = nullptr; }
 
-QSize Dpi::fitToScreen() const {
-    return fittedSize(QGuiApplication::screens().first()->size(), values_.logicalDpi);
-}
+QSize Dpi::fitToScreen() const { return fittedSize(firstScreenSize(), values_.logicalDpi); }
 
 QSize Dpi::scaledSize(QSize reference) const { return accessibility::scaledSize(fitToScreen(), reference); }
 
@@ -99,7 +102,8 @@ std::int32_t primaryMonitorDpi() {
     if (const auto dpi = shcore.dpiOf(environment.desktop().primaryMonitor())) {
         return *dpi;
     }
-    return logicalDpiOf(*QGuiApplication::screens().first());
+    const auto screens = QGuiApplication::screens();
+    return screens.empty() ? static_cast<std::int32_t>(referenceDpi) : logicalDpiOf(*screens.first());
 }
 
 std::vector<ScreenDpi> monitorDpis() {

@@ -36,11 +36,10 @@ protected:
 
 private:
     void answer(std::uint32_t value);
+    void setTexts();
     void addButtons();
+    void setUpTabOrder();
     void setUpFocus();
-    void setUpScreenReader();
-    void moveFocus(std::size_t from, int step);
-    [[nodiscard]] QString translated(const char* key) const;
 
     InputRequest* request_;
     QButtonGroup group_;

@@ -89,11 +89,12 @@ TEST_F(CustomInteraction, BringsTheHostsWindowForwardBeforeTheWidget) {
     QWidget window;
     window.setAccessibleName("Default - Window");
     present([this](QWidget*, InputRequestCloser*, std::int32_t) {
-        environment_.noting.calls.emplace_back("widget");
+        environment_.fakeDesktop.calls.emplace_back("widget");
         return std::uint32_t{0};
     });
-    EXPECT_EQ(environment_.noting.calls,
-              (std::vector<std::string>{"press 37", "release 37", "forward Default - Window", "widget"}));
+    EXPECT_EQ(environment_.fakeDesktop.broughtForward, &window);
+    EXPECT_EQ(environment_.fakeDesktop.calls,
+              (std::vector<std::string>{"press 37", "release 37", "forward", "widget"}));
 }
 
 TEST_F(CustomInteraction, LivesWithoutAHostsWindow) {

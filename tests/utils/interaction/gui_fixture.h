@@ -1,7 +1,7 @@
 #pragma once
 
+#include "support/fake_desktop.h"
 #include "support/time_bound.h"
-#include "utils/accessibility/dialog_environment.h"
 #include "utils/interaction/test_context.h"
 
 #include <QtCore/QTimer>
@@ -20,33 +20,6 @@
 #include <vector>
 
 namespace vexil::utils::tests {
-
-/// A desktop that notes what is asked of it.
-class NotingDesktop final : public platform::Desktop {
-public:
-    std::optional<std::uint32_t> highContrastFlags() override { return 0; }
-    std::uint32_t systemColor(int) override { return 0; }
-    std::optional<bool> screenReaderFlag() override { return false; }
-    bool narratorRunning() override { return false; }
-    void* primaryMonitor() override { return nullptr; }
-    std::vector<platform::Monitor> monitors() override { return {}; }
-    void watchTheme(QObject&, std::function<void()>) override {}
-    void sendKey(std::uint16_t key, platform::KeyMotion motion) override {
-        calls.push_back((motion == platform::KeyMotion::press ? "press " : "release ") + std::to_string(key));
-    }
-    void bringForward(QWidget& window) override {
-        calls.push_back("forward " + window.accessibleName().toStdString());
-    }
-
-    std::vector<std::string> calls;
-};
-
-class NotingEnvironment final : public accessibility::DialogEnvironment {
-public:
-    [[nodiscard]] platform::Desktop& desktop() override { return noting; }
-
-    NotingDesktop noting;
-};
 
 /// A context whose test can be stopped from any thread.
 class StoppableContext final : public TestContext {
@@ -106,8 +79,7 @@ protected:
     int count_ = 3;
     vexil::tests::TimeBound bound_{std::chrono::seconds(20)};
     std::unique_ptr<QApplication> application_;
-    NotingEnvironment environment_;
-    accessibility::DialogEnvironmentOverride override_{environment_};
+    test::FakeDialogEnvironment environment_;
     QTimer watch_;
 };
 
