@@ -45,7 +45,8 @@ BareScene::BareScene(const Dx11Context& dx11, std::uint32_t width, std::uint32_t
 
 void BareScene::bindConstants(float seconds) {
     auto& context = *dx11_.context;
-    const std::array<float, 4> resolution = {static_cast<float>(width_), static_cast<float>(height_), seconds, 0};
+    const std::array<float, 4> resolution = {static_cast<float>(width_), static_cast<float>(height_), seconds,
+                                             0};
     D3D11_MAPPED_SUBRESOURCE mapped{};
     orThrow(context.Map(resolution_.get(), 0, D3D11_MAP_WRITE_DISCARD, 0, &mapped), failure);
     std::memcpy(mapped.pData, resolution.data(), sizeof resolution);

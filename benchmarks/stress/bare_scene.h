@@ -10,8 +10,8 @@
 
 namespace vexil::benchmarks {
 
-/// The draws of the stress test's frame and nothing else: the scene into two textures and their comparison into a
-/// third.
+/// The draws of the stress test's frame and nothing else: the scene into two textures and their comparison
+/// into a third.
 class BareScene {
 public:
     /// Throws `std::runtime_error`.

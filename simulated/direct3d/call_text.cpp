@@ -132,16 +132,17 @@ void CallText::argument(const D3D11_SAMPLER_DESC* desc) {
 }
 
 void CallText::argument(const D3D11_RASTERIZER_DESC* desc) {
-    item(record(desc->FillMode, desc->CullMode, desc->FrontCounterClockwise, desc->DepthBias, desc->DepthBiasClamp,
-                desc->SlopeScaledDepthBias, desc->DepthClipEnable, desc->ScissorEnable, desc->MultisampleEnable,
-                desc->AntialiasedLineEnable));
+    item(record(desc->FillMode, desc->CullMode, desc->FrontCounterClockwise, desc->DepthBias,
+                desc->DepthBiasClamp, desc->SlopeScaledDepthBias, desc->DepthClipEnable, desc->ScissorEnable,
+                desc->MultisampleEnable, desc->AntialiasedLineEnable));
 }
 
 void CallText::argument(const DXGI_SWAP_CHAIN_DESC* desc) {
     const auto& mode = desc->BufferDesc;
-    item(record(mode.Width, mode.Height, mode.RefreshRate.Numerator, mode.RefreshRate.Denominator, mode.Format,
-                mode.ScanlineOrdering, mode.Scaling, desc->SampleDesc.Count, desc->SampleDesc.Quality,
-                desc->BufferUsage, desc->BufferCount, desc->Windowed, desc->SwapEffect, desc->Flags));
+    item(record(mode.Width, mode.Height, mode.RefreshRate.Numerator, mode.RefreshRate.Denominator,
+                mode.Format, mode.ScanlineOrdering, mode.Scaling, desc->SampleDesc.Count,
+                desc->SampleDesc.Quality, desc->BufferUsage, desc->BufferCount, desc->Windowed,
+                desc->SwapEffect, desc->Flags));
 }
 
 std::string CallText::finish(HRESULT result) {

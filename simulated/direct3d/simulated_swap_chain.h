@@ -13,7 +13,8 @@ namespace vexil::simulated {
 class SimulatedSwapChain final : public ComProxy<IDXGISwapChain> {
 public:
     /// Takes over the reference to `real`. The log may be null.
-    SimulatedSwapChain(IDXGISwapChain* real, std::shared_ptr<CallLog> log) : ComProxy(real), log_(std::move(log)) {}
+    SimulatedSwapChain(IDXGISwapChain* real, std::shared_ptr<CallLog> log)
+        : ComProxy(real), log_(std::move(log)) {}
     virtual ~SimulatedSwapChain() { real()->Release(); }
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID wanted, void** object) override {
@@ -36,8 +37,12 @@ public:
     HRESULT STDMETHODCALLTYPE GetPrivateData(REFGUID id, UINT* size, void* data) override {
         return real()->GetPrivateData(id, size, data);
     }
-    HRESULT STDMETHODCALLTYPE GetParent(REFIID id, void** parent) override { return real()->GetParent(id, parent); }
-    HRESULT STDMETHODCALLTYPE GetDevice(REFIID id, void** device) override { return real()->GetDevice(id, device); }
+    HRESULT STDMETHODCALLTYPE GetParent(REFIID id, void** parent) override {
+        return real()->GetParent(id, parent);
+    }
+    HRESULT STDMETHODCALLTYPE GetDevice(REFIID id, void** device) override {
+        return real()->GetDevice(id, device);
+    }
     HRESULT STDMETHODCALLTYPE Present(UINT syncInterval, UINT flags) override {
         return forward<&IDXGISwapChain::Present>("Present", syncInterval, flags);
     }
@@ -55,14 +60,18 @@ public:
                                             UINT flags) override {
         return real()->ResizeBuffers(count, width, height, format, flags);
     }
-    HRESULT STDMETHODCALLTYPE ResizeTarget(const DXGI_MODE_DESC* mode) override { return real()->ResizeTarget(mode); }
+    HRESULT STDMETHODCALLTYPE ResizeTarget(const DXGI_MODE_DESC* mode) override {
+        return real()->ResizeTarget(mode);
+    }
     HRESULT STDMETHODCALLTYPE GetContainingOutput(IDXGIOutput** output) override {
         return real()->GetContainingOutput(output);
     }
     HRESULT STDMETHODCALLTYPE GetFrameStatistics(DXGI_FRAME_STATISTICS* statistics) override {
         return real()->GetFrameStatistics(statistics);
     }
-    HRESULT STDMETHODCALLTYPE GetLastPresentCount(UINT* count) override { return real()->GetLastPresentCount(count); }
+    HRESULT STDMETHODCALLTYPE GetLastPresentCount(UINT* count) override {
+        return real()->GetLastPresentCount(count);
+    }
 
 protected:
     CallLog* log() const override { return log_.get(); }

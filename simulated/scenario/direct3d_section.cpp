@@ -214,9 +214,9 @@ const std::vector<std::string>& failingDirect3DCalls() {
 
 const std::vector<std::string>& losableDirect3DCalls() {
     static const std::vector<std::string> calls = {
-        "OMSetRenderTargets",   "PSSetShaderResources",  "PSSetConstantBuffers", "VSSetConstantBuffers",
-        "PSSetSamplers",        "IASetInputLayout",      "IASetVertexBuffers",   "IASetIndexBuffer",
-        "VSSetShader",          "PSSetShader",           "RSSetViewports",       "RSSetState",
+        "OMSetRenderTargets",    "PSSetShaderResources",  "PSSetConstantBuffers", "VSSetConstantBuffers",
+        "PSSetSamplers",         "IASetInputLayout",      "IASetVertexBuffers",   "IASetIndexBuffer",
+        "VSSetShader",           "PSSetShader",           "RSSetViewports",       "RSSetState",
         "ClearRenderTargetView", "ClearDepthStencilView", "DrawIndexed",          "CopyResource",
     };
     return calls;

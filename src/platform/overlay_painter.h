@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-// Text over pictures that lie on the card. Which text, where and how large is the caller's; here it is only laid out
-// and drawn.
+// Text over pictures that lie on the card. Which text, where and how large is the caller's; here it is only
+// laid out and drawn.
 namespace vexil::platform {
 
 /// In the terms of DirectWrite.
@@ -38,8 +38,8 @@ public:
     virtual ~OverlayText() = default;
 };
 
-/// Draws on a fixed list of targets, between `begin` and `end` of each. What is drawn blends with the picture; nothing
-/// else on the device's context changes.
+/// Draws on a fixed list of targets, between `begin` and `end` of each. What is drawn blends with the
+/// picture; nothing else on the device's context changes.
 class OverlayPainter {
 public:
     virtual ~OverlayPainter() = default;
@@ -50,14 +50,16 @@ public:
     [[nodiscard]] virtual std::shared_ptr<const OverlayFormat> createFormat(const OverlayFont& font) = 0;
     /// Left-aligned from the top, broken into lines at `maximumWidth` pixels.
     [[nodiscard]] virtual std::shared_ptr<const OverlayText> layOut(const std::wstring& text,
-                                                                    const OverlayFormat& format, float maximumWidth,
+                                                                    const OverlayFormat& format,
+                                                                    float maximumWidth,
                                                                     float maximumHeight) = 0;
 
     virtual void begin(std::size_t target) = 0;
     /// With the target's white brush; the place is that of the text's top left corner in pixels.
     virtual void draw(std::size_t target, float x, float y, const OverlayText& text) = 0;
     /// With a brush that is made for this one text.
-    virtual void draw(std::size_t target, float x, float y, const OverlayText& text, const OverlayColor& color) = 0;
+    virtual void draw(std::size_t target, float x, float y, const OverlayText& text,
+                      const OverlayColor& color) = 0;
     /// The first failure since `begin`, if there was any.
     [[nodiscard]] virtual HRESULT end(std::size_t target) = 0;
 };

@@ -5,8 +5,8 @@
 
 namespace vexil::platform {
 
-/// A window of the program as Direct3D knows windows. The native window is its owner's and outlives this object,
-/// which outlives every swap chain on it.
+/// A window of the program as Direct3D knows windows. The native window is its owner's and outlives this
+/// object, which outlives every swap chain on it.
 class SwapChainWindow {
 public:
     /// `nativeWindow` is the number by which the window system knows the window (`QWidget::winId`). Throws
@@ -24,7 +24,8 @@ private:
     std::unique_ptr<Window> window_;
 };
 
-/// Whether this process can show a window with Direct3D in it. The first use of Direct3D in a process settles it.
+/// Whether this process can show a window with Direct3D in it. The first use of Direct3D in a process settles
+/// it.
 [[nodiscard]] bool canShowSwapChains();
 
 } // namespace vexil::platform

@@ -9,8 +9,9 @@ namespace vexil::platform {
 
 namespace {
 
-/// A window for Direct3D is one of SDL's, which takes a window of X11 that somebody else made. SDL was started on the
-/// display when Direct3D was prepared; without a display its stand-in is loaded, which has no windows.
+/// A window for Direct3D is one of SDL's, which takes a window of X11 that somebody else made. SDL was
+/// started on the display when Direct3D was prepared; without a display its stand-in is loaded, which has no
+/// windows.
 struct WindowSystem {
     using SetHint = int (*)(const char*, const char*);
     using CreateWindowFrom = void* (*)(const void*);
@@ -53,8 +54,8 @@ public:
         }
     }
 
-    /// Asked on a connection of its own, since Xlib's answer to an unknown window is the end of the program unless
-    /// somebody takes the error.
+    /// Asked on a connection of its own, since Xlib's answer to an unknown window is the end of the program
+    /// unless somebody takes the error.
     [[nodiscard]] bool hasWindow(std::uintptr_t window) const {
         using ErrorHandler = int (*)(void*, void*);
         const auto open = symbol<void* (*)(const char*)>("XOpenDisplay");

@@ -35,7 +35,7 @@ std::uint8_t conclude(std::uint8_t status, const core::TestRunArguments& argumen
     if (status == operationFailed) {
         endWith(keys::couldNotExecuteOperation);
     }
-    if (hasCompromisingEvent(arguments)) {
+    if (hasSpoilingEvent(arguments)) {
         endWith(keys::abortedBySystemEvent);
     }
     if (*arguments.cancelRequested != 0) {

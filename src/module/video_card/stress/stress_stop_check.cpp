@@ -7,12 +7,12 @@ namespace vexil::module::video_card {
 
 using core::TestResult;
 
-bool hasCompromisingEvent(const core::TestRunArguments& arguments) {
+bool hasSpoilingEvent(const core::TestRunArguments& arguments) {
     return arguments.systemEvents && (arguments.systemEvents->read() & core::compromisingSystemEvents) != 0;
 }
 
 std::uint8_t stressStopCheck(const core::TestRunArguments& arguments) {
-    if (hasCompromisingEvent(arguments)) {
+    if (hasSpoilingEvent(arguments)) {
         arguments.reporter->report({0, keys::abortedBySystemEvent});
         arguments.reporter->setProgress(100);
         return TestResult::NotCompleted;

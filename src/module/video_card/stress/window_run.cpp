@@ -59,7 +59,7 @@ void WindowRun::sendTemperature() {
 }
 
 void WindowRun::onSampleTick() {
-    if (hasCompromisingEvent(run_.arguments)) {
+    if (hasSpoilingEvent(run_.arguments)) {
         // The message follows when the window has ended.
         window_.done(StressCode::TimeIsUp);
     }

@@ -67,8 +67,8 @@ public:
     std::shared_ptr<const OverlayText> layOut(const std::wstring& text, const OverlayFormat& format,
                                               float maximumWidth, float maximumHeight) override {
         const auto& font = static_cast<const PaintedFormat&>(format).font();
-        const Recipe recipe{text,         font.family, font.weight, font.stretch, font.pixelSize,
-                            maximumWidth, maximumHeight};
+        const Recipe recipe{text,           font.family,  font.weight,  font.stretch,
+                            font.pixelSize, maximumWidth, maximumHeight};
         std::erase_if(painted_, [](const auto& entry) { return entry.second.expired(); });
         const auto known =
             std::ranges::find_if(painted_, [&](const auto& entry) { return entry.first == recipe; });
@@ -93,7 +93,8 @@ public:
         draw(target, x, y, text, white);
     }
 
-    void draw(std::size_t target, float x, float y, const OverlayText& text, const OverlayColor& color) override {
+    void draw(std::size_t target, float x, float y, const OverlayText& text,
+              const OverlayColor& color) override {
         const auto& texture = static_cast<const PaintedText&>(text).texture();
         const HRESULT result = pipeline_.draw(targets_[target], texture, x, y, color);
         result_ = FAILED(result_) ? result_ : result;

@@ -15,8 +15,8 @@ struct TextImage {
     std::vector<std::uint8_t> coverage;
 };
 
-/// Paints the text with its top left corner in that of the image, which is as large as the text and no larger than
-/// the maximum. Needs a QGuiApplication, for its fonts.
+/// Paints the text with its top left corner in that of the image, which is as large as the text and no larger
+/// than the maximum. Needs a QGuiApplication, for its fonts.
 [[nodiscard]] TextImage paintText(const std::wstring& text, const OverlayFont& font, float maximumWidth,
                                   float maximumHeight);
 

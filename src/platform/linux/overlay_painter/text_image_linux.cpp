@@ -43,12 +43,14 @@ QImage imageOf(const QSize& size) {
 
 } // namespace
 
-TextImage paintText(const std::wstring& text, const OverlayFont& font, float maximumWidth, float maximumHeight) {
+TextImage paintText(const std::wstring& text, const OverlayFont& font, float maximumWidth,
+                    float maximumHeight) {
     const QImage device = imageOf({1, 1});
     const QFont painted(fontOf(font), &device);
     const QString string = QString::fromStdWString(text);
     const QRectF maximum(0, 0, static_cast<qreal>(maximumWidth), static_cast<qreal>(maximumHeight));
-    const auto bounds = QFontMetricsF(painted, &device).boundingRect(maximum, alignment, string).intersected(maximum);
+    const auto bounds =
+        QFontMetricsF(painted, &device).boundingRect(maximum, alignment, string).intersected(maximum);
     if (bounds.isEmpty()) {
         return {};
     }
@@ -62,7 +64,8 @@ TextImage paintText(const std::wstring& text, const OverlayFont& font, float max
     painter.drawText(maximum, alignment, string);
     painter.end();
 
-    TextImage result{static_cast<std::uint32_t>(image.width()), static_cast<std::uint32_t>(image.height()), {}};
+    TextImage result{
+        static_cast<std::uint32_t>(image.width()), static_cast<std::uint32_t>(image.height()), {}};
     for (int row = 0; row < image.height(); ++row) {
         const auto* const line = image.constScanLine(row);
         result.coverage.insert(result.coverage.end(), line, line + image.width());

@@ -46,7 +46,8 @@ void orThrow(HRESULT result) {
 template <typename T>
 Owned<T> as(IUnknown& object) {
     Owned<T> other;
-    orThrow(make(other, [&](T** out) { return object.QueryInterface(__uuidof(T), reinterpret_cast<void**>(out)); }));
+    orThrow(make(other,
+                 [&](T** out) { return object.QueryInterface(__uuidof(T), reinterpret_cast<void**>(out)); }));
     return other;
 }
 
@@ -62,8 +63,8 @@ TextPipeline::TextPipeline(ID3D11DeviceContext& context)
     : context_(as<ID3D11DeviceContext1>(context)), device_(deviceOf(*context_)) {
     static constexpr D3D_FEATURE_LEVEL level = D3D_FEATURE_LEVEL_11_0;
     orThrow(make(own_, [&](auto out) {
-        return device_->CreateDeviceContextState(0, &level, 1, D3D11_SDK_VERSION, __uuidof(ID3D11Device1), nullptr,
-                                                 out);
+        return device_->CreateDeviceContextState(0, &level, 1, D3D11_SDK_VERSION, __uuidof(ID3D11Device1),
+                                                 nullptr, out);
     }));
     createShaders();
     createStates();
@@ -141,8 +142,8 @@ bool TextPipeline::createTexture(const TextImage& image, TextTexture& texture) {
     description.BindFlags = D3D11_BIND_SHADER_RESOURCE;
     const D3D11_SUBRESOURCE_DATA content{image.coverage.data(), image.width, 0};
     Owned<ID3D11Texture2D> resource;
-    return SUCCEEDED(
-               make(resource, [&](auto out) { return device_->CreateTexture2D(&description, &content, out); })) &&
+    return SUCCEEDED(make(resource,
+                          [&](auto out) { return device_->CreateTexture2D(&description, &content, out); })) &&
            SUCCEEDED(make(texture.view, [&](auto out) {
                return device_->CreateShaderResourceView(resource.get(), nullptr, out);
            }));
@@ -153,8 +154,8 @@ void TextPipeline::begin(const TextTarget& target) {
     context_->SwapDeviceContextState(own_.get(), &before);
     renderers_ = take(before);
     auto* const view = target.view.get();
-    const D3D11_VIEWPORT viewport{
-        0, 0, static_cast<float>(target.width), static_cast<float>(target.height), 0, 1};
+    const D3D11_VIEWPORT viewport{0, 0, static_cast<float>(target.width), static_cast<float>(target.height),
+                                  0, 1};
     context_->OMSetRenderTargets(1, &view, nullptr);
     context_->RSSetViewports(1, &viewport);
 }

@@ -16,15 +16,18 @@ constexpr const wchar_t* direct2dLibrary = L"C:\\WINDOWS\\system32\\d2d1.dll";
 constexpr const wchar_t* locale = L"en-GB";
 constexpr D2D1_COLOR_F white{1, 1, 1, 1};
 
-constexpr IID directWriteFactoryId{0xB859EE5A, 0xD838, 0x4B5B, {0xA2, 0xE8, 0x1A, 0xDC, 0x7D, 0x93, 0xDB, 0x48}};
+constexpr IID directWriteFactoryId{
+    0xB859EE5A, 0xD838, 0x4B5B, {0xA2, 0xE8, 0x1A, 0xDC, 0x7D, 0x93, 0xDB, 0x48}};
 constexpr IID direct2dFactoryId{0x06152247, 0x6F50, 0x465A, {0x92, 0x45, 0x11, 0x8B, 0xFD, 0x3B, 0x60, 0x07}};
 
 using CreateDirectWriteFactory = HRESULT(WINAPI*)(DWRITE_FACTORY_TYPE, REFIID, IUnknown**);
-using CreateDirect2dFactory = HRESULT(WINAPI*)(D2D1_FACTORY_TYPE, REFIID, const D2D1_FACTORY_OPTIONS*, void**);
+using CreateDirect2dFactory = HRESULT(WINAPI*)(D2D1_FACTORY_TYPE, REFIID, const D2D1_FACTORY_OPTIONS*,
+                                               void**);
 
 template <typename T>
 std::shared_ptr<T> take(T* object) {
-    return object == nullptr ? std::shared_ptr<T>() : std::shared_ptr<T>(object, [](T* owned) { owned->Release(); });
+    return object == nullptr ? std::shared_ptr<T>()
+                             : std::shared_ptr<T>(object, [](T* owned) { owned->Release(); });
 }
 
 /// Calls `create(T**)`, and takes over what it made.
@@ -44,7 +47,8 @@ void orThrow(HRESULT result, const char* text) {
     }
 }
 
-/// Null if there is no such library or function. The library stays, as its factories do not say when they are gone.
+/// Null if there is no such library or function. The library stays, as its factories do not say when they are
+/// gone.
 template <typename Function>
 Function systemFunction(const wchar_t* path, const char* name) {
     const HMODULE library = LoadLibraryExW(path, nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
@@ -57,12 +61,12 @@ Function systemFunction(const wchar_t* path, const char* name) {
 std::shared_ptr<IDWriteFactory> createDirectWrite() {
     const auto create = systemFunction<CreateDirectWriteFactory>(directWriteLibrary, "DWriteCreateFactory");
     std::shared_ptr<IDWriteFactory> factory;
-    orThrow(create == nullptr ? E_NOINTERFACE : make(factory,
-                                                     [&](IDWriteFactory** out) {
-                                                         return create(DWRITE_FACTORY_TYPE_SHARED,
-                                                                       directWriteFactoryId,
-                                                                       reinterpret_cast<IUnknown**>(out));
-                                                     }),
+    orThrow(create == nullptr ? E_NOINTERFACE
+                              : make(factory,
+                                     [&](IDWriteFactory** out) {
+                                         return create(DWRITE_FACTORY_TYPE_SHARED, directWriteFactoryId,
+                                                       reinterpret_cast<IUnknown**>(out));
+                                     }),
             "Failed to create DirectWrite factory");
     return factory;
 }
@@ -70,12 +74,12 @@ std::shared_ptr<IDWriteFactory> createDirectWrite() {
 std::shared_ptr<ID2D1Factory> createDirect2d() {
     const auto create = systemFunction<CreateDirect2dFactory>(direct2dLibrary, "D2D1CreateFactory");
     std::shared_ptr<ID2D1Factory> factory;
-    orThrow(create == nullptr ? E_NOINTERFACE : make(factory,
-                                                     [&](ID2D1Factory** out) {
-                                                         return create(D2D1_FACTORY_TYPE_MULTI_THREADED,
-                                                                       direct2dFactoryId, nullptr,
-                                                                       reinterpret_cast<void**>(out));
-                                                     }),
+    orThrow(create == nullptr ? E_NOINTERFACE
+                              : make(factory,
+                                     [&](ID2D1Factory** out) {
+                                         return create(D2D1_FACTORY_TYPE_MULTI_THREADED, direct2dFactoryId,
+                                                       nullptr, reinterpret_cast<void**>(out));
+                                     }),
             "Failed to create Direct2D factory");
     return factory;
 }
@@ -112,10 +116,9 @@ public:
     std::shared_ptr<const OverlayFormat> createFormat(const OverlayFont& font) override {
         std::shared_ptr<IDWriteTextFormat> format;
         const HRESULT result = make(format, [&](auto out) {
-            return directWrite_->CreateTextFormat(font.family, nullptr, static_cast<DWRITE_FONT_WEIGHT>(font.weight),
-                                                  DWRITE_FONT_STYLE_NORMAL,
-                                                  static_cast<DWRITE_FONT_STRETCH>(font.stretch), font.pixelSize,
-                                                  locale, out);
+            return directWrite_->CreateTextFormat(
+                font.family, nullptr, static_cast<DWRITE_FONT_WEIGHT>(font.weight), DWRITE_FONT_STYLE_NORMAL,
+                static_cast<DWRITE_FONT_STRETCH>(font.stretch), font.pixelSize, locale, out);
         });
         if (FAILED(result) || !format) {
             return nullptr;
@@ -130,8 +133,8 @@ public:
         std::shared_ptr<IDWriteTextLayout> layout;
         const HRESULT result = make(layout, [&](auto out) {
             return directWrite_->CreateTextLayout(text.c_str(), static_cast<UINT32>(text.size()),
-                                                  static_cast<const WrittenFormat&>(format).get(), maximumWidth,
-                                                  maximumHeight, out);
+                                                  static_cast<const WrittenFormat&>(format).get(),
+                                                  maximumWidth, maximumHeight, out);
         });
         return FAILED(result) || !layout ? nullptr : std::make_shared<WrittenText>(std::move(layout));
     }
@@ -145,7 +148,8 @@ public:
         drawWith(target, x, y, text, *targets_[target].second);
     }
 
-    void draw(std::size_t target, float x, float y, const OverlayText& text, const OverlayColor& color) override {
+    void draw(std::size_t target, float x, float y, const OverlayText& text,
+              const OverlayColor& color) override {
         const D2D1_COLOR_F brushColor{color.red, color.green, color.blue, color.alpha};
         std::shared_ptr<ID2D1SolidColorBrush> brush;
         const HRESULT result = createBrush(*targets_[target].first, brushColor, brush);
@@ -177,7 +181,9 @@ private:
         properties.minLevel = D2D1_FEATURE_LEVEL_DEFAULT;
         Target target;
         orThrow(make(target.first,
-                     [&](auto out) { return direct2d_->CreateDxgiSurfaceRenderTarget(&surface, &properties, out); }),
+                     [&](auto out) {
+                         return direct2d_->CreateDxgiSurfaceRenderTarget(&surface, &properties, out);
+                     }),
                 "Failed to create overlay target");
         orThrow(createBrush(*target.first, white, target.second), "Failed to create brush");
         targets_.push_back(std::move(target));

@@ -9,8 +9,8 @@ namespace vexil::module::video_card {
 
 D2DRenderer::D2DRenderer(const Dx11Context& dx11, const std::vector<ComShared<IDXGISurface>>& surfaces,
                          std::uint32_t width, std::uint32_t height, float scale)
-    : D2DRenderer(platform::createOverlayPainter(dx11.context, surfaces), utils::accessibility::firstMonitorDpi,
-                  width, height, scale) {}
+    : D2DRenderer(platform::createOverlayPainter(dx11.context, surfaces),
+                  utils::accessibility::firstMonitorDpi, width, height, scale) {}
 
 D2DRenderer::D2DRenderer(std::unique_ptr<platform::OverlayPainter> painter, std::function<int()> dpi,
                          std::uint32_t width, std::uint32_t height, float scale)

@@ -16,16 +16,16 @@
 
 namespace vexil::module::video_card {
 
-/// Writes the live figures, and in full screen how to leave it, over pictures of the card. All of them get the
-/// same text, so that a comparison of them stays undisturbed. Used on the GUI thread.
+/// Writes the live figures, and in full screen how to leave it, over pictures of the card. All of them get
+/// the same text, so that a comparison of them stays undisturbed. Used on the GUI thread.
 class D2DRenderer {
 public:
     /// The surfaces are of `width` by `height` pixels. Throws `std::exception` if anything cannot be made.
     D2DRenderer(const Dx11Context& dx11, const std::vector<ComShared<IDXGISurface>>& surfaces,
                 std::uint32_t width, std::uint32_t height, float scale);
     /// With a painter of the caller's, and its own answer to what the dots per inch of the first monitor are.
-    D2DRenderer(std::unique_ptr<platform::OverlayPainter> painter, std::function<int()> dpi, std::uint32_t width,
-                std::uint32_t height, float scale);
+    D2DRenderer(std::unique_ptr<platform::OverlayPainter> painter, std::function<int()> dpi,
+                std::uint32_t width, std::uint32_t height, float scale);
 
     void setFpsLabel(std::wstring label) { labels_.fps = std::move(label); }
     void setUsageLabel(std::wstring label) { labels_.usage = std::move(label); }

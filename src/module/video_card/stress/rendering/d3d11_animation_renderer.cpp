@@ -26,7 +26,8 @@ ComShared<IDXGISurface> surfaceOf(ID3D11Texture2D& texture) {
     ComShared<IDXGISurface> surface;
     orThrow(createCom(surface,
                       [&](IDXGISurface** out) {
-                          return texture.QueryInterface(__uuidof(IDXGISurface), reinterpret_cast<void**>(out));
+                          return texture.QueryInterface(__uuidof(IDXGISurface),
+                                                        reinterpret_cast<void**>(out));
                       }),
             "Failed to get surface");
     return surface;
@@ -65,7 +66,8 @@ void D3D11AnimationRenderer::createSwapChain() {
     description.SwapEffect = DXGI_SWAP_EFFECT_DISCARD;
     orThrow(createCom(swapChain_,
                       [&](auto out) {
-                          return dx11_.adapterInfo.factory->CreateSwapChain(dx11_.device.get(), &description, out);
+                          return dx11_.adapterInfo.factory->CreateSwapChain(dx11_.device.get(), &description,
+                                                                            out);
                       }),
             "Failed to create swap chain!");
 }
@@ -75,7 +77,8 @@ void D3D11AnimationRenderer::createBackBuffer() {
     auto& device = *dx11_.device;
     orThrow(createCom(backBuffer_,
                       [&](ID3D11Texture2D** out) {
-                          return swapChain_->GetBuffer(0, __uuidof(ID3D11Texture2D), reinterpret_cast<void**>(out));
+                          return swapChain_->GetBuffer(0, __uuidof(ID3D11Texture2D),
+                                                       reinterpret_cast<void**>(out));
                       }),
             failure);
     orThrow(createTargetView(device, *backBuffer_, backBufferView_), failure);
@@ -103,11 +106,13 @@ void D3D11AnimationRenderer::createDepth() {
     orThrow(createTexture(device, description, nullptr, depthTexture_), failure);
     auto state = depthStencilDescription();
     state.DepthEnable = FALSE;
-    orThrow(createCom(depthState_, [&](auto out) { return device.CreateDepthStencilState(&state, out); }), failure);
-    dx11_.context->OMSetDepthStencilState(depthState_.get(), stencilReference);
-    orThrow(createCom(depthView_,
-                      [&](auto out) { return device.CreateDepthStencilView(depthTexture_.get(), &view, out); }),
+    orThrow(createCom(depthState_, [&](auto out) { return device.CreateDepthStencilState(&state, out); }),
             failure);
+    dx11_.context->OMSetDepthStencilState(depthState_.get(), stencilReference);
+    orThrow(
+        createCom(depthView_,
+                  [&](auto out) { return device.CreateDepthStencilView(depthTexture_.get(), &view, out); }),
+        failure);
 }
 
 void D3D11AnimationRenderer::createRasterizerState() {
@@ -130,7 +135,8 @@ void D3D11AnimationRenderer::createConstantBuffers() {
                  orthographicMatrix(width, height, nearPlane, farPlane)};
     orThrow(createConstantBuffer(device, std::as_bytes(std::span(&matrices_, 1)), matrixBuffer_), failure);
     resolution_ = {width, height, 0, 0};
-    orThrow(createConstantBuffer(device, std::as_bytes(std::span(&resolution_, 1)), resolutionBuffer_), failure);
+    orThrow(createConstantBuffer(device, std::as_bytes(std::span(&resolution_, 1)), resolutionBuffer_),
+            failure);
     orThrow(resolutionBuffer_ ? S_OK : E_POINTER, failure);
 }
 

@@ -14,8 +14,8 @@ namespace vexil::module::video_card {
 
 class D2DRenderer;
 
-/// Shows the scene in a window. Each frame is drawn twice, into the back buffer and into a second texture, and a
-/// third pass keeps every pixel in which the two differ: that comparison is what `readBack` gives.
+/// Shows the scene in a window. Each frame is drawn twice, into the back buffer and into a second texture,
+/// and a third pass keeps every pixel in which the two differ: that comparison is what `readBack` gives.
 class D3D11AnimationRenderer : public D3D11Renderer {
 public:
     /// The window outlives the renderer. Throws `std::runtime_error` with "Failed to create swap chain!", and

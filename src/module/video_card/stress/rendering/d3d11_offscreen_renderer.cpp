@@ -58,11 +58,13 @@ void D3D11OffscreenRenderer::createDepth() {
     auto& device = *dx11_.device;
     const auto description = plainTexture(width_, height_, depthFormat, D3D11_BIND_DEPTH_STENCIL);
     orThrow(createTexture(device, description, nullptr, depthTexture_), failure);
-    orThrow(createCom(depthState_, [&](auto out) { return device.CreateDepthStencilState(&state, out); }), failure);
-    dx11_.context->OMSetDepthStencilState(depthState_.get(), stencilReference);
-    orThrow(createCom(depthView_,
-                      [&](auto out) { return device.CreateDepthStencilView(depthTexture_.get(), &view, out); }),
+    orThrow(createCom(depthState_, [&](auto out) { return device.CreateDepthStencilState(&state, out); }),
             failure);
+    dx11_.context->OMSetDepthStencilState(depthState_.get(), stencilReference);
+    orThrow(
+        createCom(depthView_,
+                  [&](auto out) { return device.CreateDepthStencilView(depthTexture_.get(), &view, out); }),
+        failure);
 }
 
 void D3D11OffscreenRenderer::createRasterizerState() {
@@ -99,8 +101,9 @@ void D3D11OffscreenRenderer::createPattern() {
     description.BindFlags = D3D11_BIND_SHADER_RESOURCE;
     const D3D11_SUBRESOURCE_DATA content{pixels.data(), width_ * renderPixelBytes, 0};
     orThrow(createTexture(device, description, &content, patternTexture_), failure);
-    orThrow(createResourceView(device, *patternTexture_, descriptionOf(*patternTexture_).MipLevels, patternView_),
-            failure);
+    orThrow(
+        createResourceView(device, *patternTexture_, descriptionOf(*patternTexture_).MipLevels, patternView_),
+        failure);
 
     D3D11_SAMPLER_DESC sampler{};
     sampler.Filter = D3D11_FILTER_MIN_MAG_MIP_POINT;
@@ -111,12 +114,14 @@ void D3D11OffscreenRenderer::createPattern() {
     sampler.ComparisonFunc = D3D11_COMPARISON_ALWAYS;
     sampler.MinLOD = -D3D11_FLOAT32_MAX;
     sampler.MaxLOD = D3D11_FLOAT32_MAX;
-    orThrow(createCom(patternSampler_, [&](auto out) { return device.CreateSamplerState(&sampler, out); }), failure);
+    orThrow(createCom(patternSampler_, [&](auto out) { return device.CreateSamplerState(&sampler, out); }),
+            failure);
 }
 
 void D3D11OffscreenRenderer::createStaging() {
-    orThrow(createTexture(*dx11_.device, stagingDescription(*targets_.front().texture), nullptr, stagingTexture_),
-            "Failed to create staging texture");
+    orThrow(
+        createTexture(*dx11_.device, stagingDescription(*targets_.front().texture), nullptr, stagingTexture_),
+        "Failed to create staging texture");
 }
 
 void D3D11OffscreenRenderer::setObjects(std::vector<RenderObject> objects) {

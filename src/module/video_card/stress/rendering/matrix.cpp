@@ -38,14 +38,16 @@ SineCosine scalarSineCosine(float angle) {
         sign = -1;
     }
     const float y2 = y * y;
-    const float sine = (((((-2.3889859e-08F * y2 + 2.7525562e-06F) * y2 - 0.00019840874F) * y2 + 0.0083333310F) * y2 -
-                         0.16666667F) * y2 +
-                        1.0F) *
-                       y;
-    const float cosine = ((((-2.6051615e-07F * y2 + 2.4760495e-05F) * y2 - 0.0013888378F) * y2 + 0.041666638F) * y2 -
-                          0.5F) *
-                             y2 +
-                         1.0F;
+    const float sine =
+        (((((-2.3889859e-08F * y2 + 2.7525562e-06F) * y2 - 0.00019840874F) * y2 + 0.0083333310F) * y2 -
+          0.16666667F) *
+             y2 +
+         1.0F) *
+        y;
+    const float cosine =
+        ((((-2.6051615e-07F * y2 + 2.4760495e-05F) * y2 - 0.0013888378F) * y2 + 0.041666638F) * y2 - 0.5F) *
+            y2 +
+        1.0F;
     return {sine, sign * cosine};
 }
 

@@ -49,6 +49,8 @@ platform::OverlayFont statisticsFont(float scale) {
     return {fontFamily, black, normalStretch, scale * statisticsProportion};
 }
 
-platform::OverlayFont instructionFont(float pixelSize) { return {fontFamily, semiBold, semiCondensed, pixelSize}; }
+platform::OverlayFont instructionFont(float pixelSize) {
+    return {fontFamily, semiBold, semiCondensed, pixelSize};
+}
 
 } // namespace vexil::module::video_card

@@ -17,7 +17,8 @@ struct OverlayLabels {
 /// A line for each valid value of the sample, in this order, each with a line end.
 [[nodiscard]] std::wstring statisticsText(const OverlayLabels& labels, const StressSample& sample);
 
-/// Sizes of the line that tells how to leave the full screen: in points for measuring it, in pixels for drawing it.
+/// Sizes of the line that tells how to leave the full screen: in points for measuring it, in pixels for
+/// drawing it.
 struct InstructionSizes {
     int pointSize;
     float pixelSize;

@@ -46,8 +46,8 @@ HRESULT createQuad(std::uint32_t width, std::uint32_t height, std::span<const st
                                                  D3D11_BIND_INDEX_BUFFER, quad.indexBuffer);
 }
 
-Created<RenderObject> createObject(std::uint32_t width, std::uint32_t height, std::span<const std::byte> pixelCode,
-                                   ID3D11Device& device) {
+Created<RenderObject> createObject(std::uint32_t width, std::uint32_t height,
+                                   std::span<const std::byte> pixelCode, ID3D11Device& device) {
     RenderObject quad;
     const HRESULT result = createQuad(width, height, pixelCode, device, quad);
     if (FAILED(result)) {
@@ -62,7 +62,8 @@ Created<RenderObject> createSceneObject(std::uint32_t width, std::uint32_t heigh
     return createObject(width, height, shaders::landscapePixelShader, *dx11.device);
 }
 
-Created<RenderObject> createCompareObject(std::uint32_t width, std::uint32_t height, const Dx11Context& dx11) {
+Created<RenderObject> createCompareObject(std::uint32_t width, std::uint32_t height,
+                                          const Dx11Context& dx11) {
     return createObject(width, height, shaders::comparisonPixelShader, *dx11.device);
 }
 

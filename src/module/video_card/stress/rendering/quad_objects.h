@@ -5,8 +5,8 @@
 
 #include <cstdint>
 
-// Quads over the whole window for `D3D11AnimationRenderer`: the same geometry and vertex shader, each with its
-// own pixel shader. The object is empty if anything could not be made.
+// Quads over the whole window for `D3D11AnimationRenderer`: the same geometry and vertex shader, each with
+// its own pixel shader. The object is empty if anything could not be made.
 namespace vexil::module::video_card {
 
 /// The landscape: a fixed function of a pixel and the time.

@@ -26,11 +26,13 @@ HRESULT createTexture(ID3D11Device& device, const D3D11_TEXTURE2D_DESC& descript
     return createCom(texture, [&](auto out) { return device.CreateTexture2D(&description, content, out); });
 }
 
-HRESULT createTargetView(ID3D11Device& device, ID3D11Texture2D& texture, ComShared<ID3D11RenderTargetView>& view) {
+HRESULT createTargetView(ID3D11Device& device, ID3D11Texture2D& texture,
+                         ComShared<ID3D11RenderTargetView>& view) {
     D3D11_RENDER_TARGET_VIEW_DESC description{};
     description.Format = descriptionOf(texture).Format;
     description.ViewDimension = D3D11_RTV_DIMENSION_TEXTURE2D;
-    return createCom(view, [&](auto out) { return device.CreateRenderTargetView(&texture, &description, out); });
+    return createCom(view,
+                     [&](auto out) { return device.CreateRenderTargetView(&texture, &description, out); });
 }
 
 HRESULT createResourceView(ID3D11Device& device, ID3D11Texture2D& texture, UINT mipLevels,
@@ -39,7 +41,8 @@ HRESULT createResourceView(ID3D11Device& device, ID3D11Texture2D& texture, UINT 
     description.Format = descriptionOf(texture).Format;
     description.ViewDimension = D3D11_SRV_DIMENSION_TEXTURE2D;
     description.Texture2D.MipLevels = mipLevels;
-    return createCom(view, [&](auto out) { return device.CreateShaderResourceView(&texture, &description, out); });
+    return createCom(view,
+                     [&](auto out) { return device.CreateShaderResourceView(&texture, &description, out); });
 }
 
 HRESULT createConstantBuffer(ID3D11Device& device, std::span<const std::byte> content,
@@ -64,8 +67,8 @@ HRESULT createGeometryBuffer(ID3D11Device& device, std::span<const std::byte> co
 }
 
 HRESULT createShaders(ID3D11Device& device, std::span<const std::byte> vertexCode,
-                      std::span<const std::byte> pixelCode, std::span<const D3D11_INPUT_ELEMENT_DESC> elements,
-                      RenderObject& object) {
+                      std::span<const std::byte> pixelCode,
+                      std::span<const D3D11_INPUT_ELEMENT_DESC> elements, RenderObject& object) {
     HRESULT result = createCom(object.vertexShader, [&](auto out) {
         return device.CreateVertexShader(vertexCode.data(), vertexCode.size(), nullptr, out);
     });
@@ -82,8 +85,8 @@ HRESULT createShaders(ID3D11Device& device, std::span<const std::byte> vertexCod
         return invalidHandle;
     }
     return createCom(object.inputLayout, [&](auto out) {
-        return device.CreateInputLayout(elements.data(), static_cast<UINT>(elements.size()), vertexCode.data(),
-                                        vertexCode.size(), out);
+        return device.CreateInputLayout(elements.data(), static_cast<UINT>(elements.size()),
+                                        vertexCode.data(), vertexCode.size(), out);
     });
 }
 
@@ -93,7 +96,8 @@ D3D11_TEXTURE2D_DESC descriptionOf(ID3D11Texture2D& texture) {
     return description;
 }
 
-D3D11_TEXTURE2D_DESC plainTexture(std::uint32_t width, std::uint32_t height, DXGI_FORMAT format, UINT bindFlags) {
+D3D11_TEXTURE2D_DESC plainTexture(std::uint32_t width, std::uint32_t height, DXGI_FORMAT format,
+                                  UINT bindFlags) {
     D3D11_TEXTURE2D_DESC description{};
     description.Width = width;
     description.Height = height;
@@ -128,7 +132,8 @@ std::int64_t nowNanoseconds() {
 
 float rateSince(std::int64_t startNanoseconds, std::uint64_t count) {
     static_assert(std::numeric_limits<float>::is_iec559, "a division by no time gives infinity or NaN");
-    const std::int64_t milliseconds = startNanoseconds == 0 ? 0 : (nowNanoseconds() - startNanoseconds) / 1000000;
+    const std::int64_t milliseconds =
+        startNanoseconds == 0 ? 0 : (nowNanoseconds() - startNanoseconds) / 1000000;
     return static_cast<float>(count) / (static_cast<float>(milliseconds) / 1000.0F);
 }
 

@@ -9,8 +9,8 @@
 #include <cstdint>
 #include <span>
 
-// What both renderers make of the same kind. Each function returns the result of the call, and leaves its output
-// as it was on a failure.
+// What both renderers make of the same kind. Each function returns the result of the call, and leaves its
+// output as it was on a failure.
 namespace vexil::module::video_card {
 
 inline constexpr UINT renderPixelBytes = 4;
@@ -19,7 +19,8 @@ inline constexpr UINT renderPixelBytes = 4;
 void orThrow(HRESULT result, const char* text);
 
 [[nodiscard]] HRESULT createTexture(ID3D11Device& device, const D3D11_TEXTURE2D_DESC& description,
-                                    const D3D11_SUBRESOURCE_DATA* content, ComShared<ID3D11Texture2D>& texture);
+                                    const D3D11_SUBRESOURCE_DATA* content,
+                                    ComShared<ID3D11Texture2D>& texture);
 /// Of the first mip of a plain texture.
 [[nodiscard]] HRESULT createTargetView(ID3D11Device& device, ID3D11Texture2D& texture,
                                        ComShared<ID3D11RenderTargetView>& view);
@@ -29,11 +30,11 @@ void orThrow(HRESULT result, const char* text);
 [[nodiscard]] HRESULT createConstantBuffer(ID3D11Device& device, std::span<const std::byte> content,
                                            ComShared<ID3D11Buffer>& buffer);
 /// A buffer of default usage.
-[[nodiscard]] HRESULT createGeometryBuffer(ID3D11Device& device, std::span<const std::byte> content, UINT bindFlags,
-                                           ComShared<ID3D11Buffer>& buffer);
+[[nodiscard]] HRESULT createGeometryBuffer(ID3D11Device& device, std::span<const std::byte> content,
+                                           UINT bindFlags, ComShared<ID3D11Buffer>& buffer);
 
-/// Vertex shader, pixel shader and input layout of the object, in this order. 0x80070006 for a shader that came
-/// back null.
+/// Vertex shader, pixel shader and input layout of the object, in this order. 0x80070006 for a shader that
+/// came back null.
 [[nodiscard]] HRESULT createShaders(ID3D11Device& device, std::span<const std::byte> vertexCode,
                                     std::span<const std::byte> pixelCode,
                                     std::span<const D3D11_INPUT_ELEMENT_DESC> elements, RenderObject& object);

@@ -19,7 +19,8 @@ struct Corner {
     float theta;
     float phi;
 };
-constexpr std::array patch = {Corner{0, 0}, Corner{1, 0}, Corner{1, 1}, Corner{1, 1}, Corner{0, 1}, Corner{0, 0}};
+constexpr std::array patch = {Corner{0, 0}, Corner{1, 0}, Corner{1, 1},
+                              Corner{1, 1}, Corner{0, 1}, Corner{0, 0}};
 
 // clang-format off
 constexpr std::array inputElements = {

@@ -82,6 +82,7 @@ float march(float3 origin, float3 direction, float limit, int steps, int octaves
     {
         limit = min(limit, (highest - origin.y) / direction.y);
     }
+    float before = t;
     [loop] for (int i = 0; i < steps; ++i)
     {
         float3 p = origin + direction * t;
@@ -90,7 +91,22 @@ float march(float3 origin, float3 direction, float limit, int steps, int octaves
         {
             break;
         }
+        before = t;
         t += gap * 0.45f + 0.002f * t;
+    }
+    // The last step may have gone into the ground, by which far slopes would look like stairs.
+    [loop] for (int halving = 0; halving < 5; ++halving)
+    {
+        float middle = 0.5f * (before + t);
+        float3 p = origin + direction * middle;
+        if (p.y < groundHeight(p.xz, octaves))
+        {
+            t = middle;
+        }
+        else
+        {
+            before = middle;
+        }
     }
     return t > limit ? farthest : t;
 }
