@@ -3,6 +3,7 @@
 #include "host/cli/host_program.h"
 #include "host/cli/options.h"
 #include "host/core/exit_code.h"
+#include "host/core/facilities.h"
 #include "host/core/language.h"
 #include "host/core/session.h"
 
@@ -26,6 +27,9 @@ struct CommandContext {
 
 /// Opens the machine that the options choose. `announce` says in a line which one it is.
 [[nodiscard]] Session openSession(const CommandContext& context, bool needsCard, bool announce);
+
+/// What the tests of the session have beside its cards.
+[[nodiscard]] Facilities facilitiesOf(const CommandContext& context, const Session& session);
 
 /// Says what an empty or incomplete scan means.
 void explainScan(const CommandContext& context, const Session& session);

@@ -65,6 +65,11 @@ Session openSession(const CommandContext& context, bool needsCard, bool announce
     return {machine, context.environment.programFolder, options.module, context.environment.direct3dProbe};
 }
 
+Facilities facilitiesOf(const CommandContext& context, const Session& session) {
+    const auto* gui = context.environment.gui;
+    return {session.missingDirect3d(), gui != nullptr, gui == nullptr || gui->hasDisplay()};
+}
+
 void explainScan(const CommandContext& context, const Session& session) {
     if (session.cards().empty()) {
         context.terminal.paragraph(context.language.text(keys::noCards), 0, Style::Warning);

@@ -2,6 +2,7 @@
 
 #include "host/cli/terminal.h"
 #include "host/core/direct3d_need.h"
+#include "host/core/gui.h"
 #include "host/core/run_log.h"
 
 #include <cstdint>
@@ -26,6 +27,7 @@ struct HostEnvironment {
     const volatile std::uint8_t& cancel; ///< non-zero stops the run
     Direct3dProbe direct3dProbe = missingDirect3dLibrary;
     std::function<LogPlace()> logPlace = systemLogPlace;
+    Gui* gui = nullptr; ///< null in a program that was built without one
 };
 
 /// The program, from its arguments (without its name) to its exit code. Every error is one line on `err`.

@@ -1,4 +1,5 @@
 #include "host/cli/host_program.h"
+#include "host/gui/make_gui.h"
 #include "host/platform/console.h"
 #include "host/platform/display_controllers.h"
 #include "host/platform/process.h"
@@ -30,6 +31,7 @@ int main(int count, char** values) {
     namespace platform = vexil::host::platform;
     platform::prepareConsole();
     platform::cancelOnInterrupt(cancelRequested);
+    const auto gui = vexil::host::makeGui();
     const vexil::host::HostEnvironment environment{
         std::cout,
         std::cerr,
@@ -41,6 +43,7 @@ int main(int count, char** values) {
         platform::hasDisplayController(),
         cancelRequested,
         vexil::host::missingDirect3dLibrary,
+        gui.get(),
     };
     return vexil::host::runHost(platform::commandLineArguments(count, values), environment);
 }

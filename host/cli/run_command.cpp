@@ -30,6 +30,9 @@ void explainNotOffered(const CommandContext& context, const std::vector<Card>& c
                                                context.language.text(keys::notOffered), names),
                                    0, Style::Dim);
     }
+    if (std::ranges::any_of(plan.notOffered, &NotOffered::forLackOfDisplay)) {
+        context.terminal.paragraph(context.language.text(keys::displayMissing), 0, Style::Dim);
+    }
 }
 
 void showSummary(const CommandContext& context, const Report& report) {
@@ -74,6 +77,53 @@ void showSummary(const CommandContext& context, const Report& report) {
     terminal.paragraph(describeCounts(report.outcome.summary, language), 0, Style::Dim);
 }
 
+/// Names each test for the window that stands behind it.
+class NamedRuns final : public RunObserver {
+public:
+    NamedRuns(RunObserver& next, GuiSession& gui, const Language& language)
+        : next_(next), gui_(gui), language_(language) {}
+
+    void runStarted(std::size_t card, const core::TestDescriptor& test) override {
+        gui_.showTest(language_.text(test.name));
+        next_.runStarted(card, test);
+    }
+    void runProgress(std::uint8_t percent, std::chrono::duration<double> elapsed) override {
+        next_.runProgress(percent, elapsed);
+    }
+    void runFinished(const TestRun& run) override { next_.runFinished(run); }
+
+private:
+    RunObserver& next_;
+    GuiSession& gui_;
+    const Language& language_;
+};
+
+bool anyNeeds(const RunPlan& plan, bool (*need)(std::int32_t testId)) {
+    return std::ranges::any_of(plan.runs, [&](const PlannedRun& run) { return need(run.test->id()); });
+}
+
+/// Executes the plan: on this thread, or with the GUI on it where a test may need one.
+PlanOutcome execute(const CommandContext& context, const Session& session, RunPlan& plan, RunLog* log) {
+    const auto& cancel = context.environment.cancel;
+    ProgressView progress(context.terminal, context.language, session.cards(), plan, cancel);
+    LoggedRuns view(progress, log, session.cards(), session.module().nameKey(), context.language);
+    const auto executeWith = [&](RunObserver& observer, const RunReporter::Interact& interact) {
+        TestRunner runner(session.module().dispatcher(),
+                          {&cancel, std::make_shared<core::SystemEventState>(), interact});
+        return executePlan(plan, session.cards(), runner, context.options.failFast, cancel, observer);
+    };
+    if (!anyNeeds(plan, needsGui)) {
+        return executeWith(view, {});
+    }
+    PlanOutcome outcome;
+    context.environment.gui->run(
+        anyNeeds(plan, needsDisplay), context.language, session.module().nameKey(), [&](GuiSession& gui) {
+            NamedRuns observer(view, gui, context.language);
+            outcome = executeWith(observer, [](core::InputInteraction& question) { question.ask(); });
+        });
+    return outcome;
+}
+
 /// Runs the plan, or says why nothing can run.
 PlanOutcome runPlan(const CommandContext& context, const Session& session, RunPlan& plan, RunLog* log) {
     PlanOutcome outcome;
@@ -88,12 +138,7 @@ PlanOutcome runPlan(const CommandContext& context, const Session& session, RunPl
         outcome.summary.notRun = plan.runs.size();
         return outcome;
     }
-    const auto& cancel = context.environment.cancel;
-    TestRunner runner(session.module().dispatcher(),
-                      {&cancel, std::make_shared<core::SystemEventState>(), {}});
-    ProgressView view(context.terminal, context.language, session.cards(), plan, cancel);
-    LoggedRuns observer(view, log, session.cards(), session.module().nameKey(), context.language);
-    return executePlan(plan, session.cards(), runner, context.options.failFast, cancel, observer);
+    return execute(context, session, plan, log);
 }
 
 /// False if one could not be written: the verdict stands whatever becomes of its report.
@@ -148,7 +193,7 @@ ExitCode runCommand(const CommandContext& context) {
     const auto session = openSession(context, true, true);
     explainScan(context, session);
     auto plan = planRuns(session.module(), session.cards(), context.options.request, context.language,
-                         session.missingDirect3d());
+                         facilitiesOf(context, session));
     explainNotOffered(context, session.cards(), plan);
 
     report.machine = session.machine();

@@ -104,13 +104,17 @@ ExitCode listTestsCommand(const CommandContext& context) {
         cards.push_back(session.cards()[index]);
         records.push_back(cards.back().record);
     }
-    const auto tests = listTests(session.module(), cards, !session.missingDirect3d());
+    const auto facilities = facilitiesOf(context, session);
+    const auto tests = listTests(session.module(), cards, facilities);
     if (json) {
         context.environment.out << testsDocument(session.machine(), tests, records, context.language)
                                 << std::flush;
         return ExitCode::AllPassed;
     }
     explainScan(context, session);
+    if (!facilities.display) {
+        context.terminal.paragraph(context.language.text(keys::displayMissing), 0, Style::Dim);
+    }
     TestList list(context, tests, cards);
     for (const auto& group : groupsOf(tests)) {
         list.showGroup(group);

@@ -33,6 +33,8 @@ inline constexpr const char* simulatedMachine = "HOST_SIMULATED_MACHINE";
 inline constexpr const char* simulatedForLackOfCards = "HOST_SIMULATED_FOR_LACK_OF_CARDS";
 inline constexpr const char* noCards = "HOST_NO_CARDS";
 inline constexpr const char* direct3dMissing = "HOST_DIRECT3D_MISSING";
+inline constexpr const char* displayMissing = "HOST_DISPLAY_MISSING";
+inline constexpr const char* testRuns = "HOST_TEST_RUNS";
 inline constexpr const char* noWorker = "HOST_NO_WORKER";
 inline constexpr const char* stopping = "HOST_STOPPING";
 
@@ -90,7 +92,8 @@ inline constexpr const char* selfCheckFailed = "HOST_SELF_CHECK_FAILED";
 inline constexpr std::array all = {
     passed, failed, cleanupFailed, deviceUnavailable, notSupported, notCompleted, unknownResult,
     countPassed, countFailed, countCleanupFailed, countNoVerdict, countProgramErrors, countNotRun, verdictPassed, verdictFailed, verdictNone, verdictCleanupFailed,
-    verdictProgramError, realMachine, simulatedMachine, simulatedForLackOfCards, noCards, direct3dMissing, noWorker,
+    verdictProgramError, realMachine, simulatedMachine, simulatedForLackOfCards, noCards, direct3dMissing,
+    displayMissing, testRuns, noWorker,
     stopping, card, cards, cardWithoutId, temperature, load, freeMemory, sample,
     now, minimum, average, maximum, history, stopMonitor, samplesWrittenTo, test, tests, result, time, messages,
     parameters, defaultValue, supportedBy, noCardSupports, everyCard, notAvailable, notOffered, nothingToRun,

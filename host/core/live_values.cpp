@@ -35,7 +35,7 @@ void ThermalToolSource::read(const Card& card, LiveValues& values) {
         return;
     }
     const auto tool = module_.createTest(thermalTool);
-    if (!tool || !isOffered(*tool, card, true)) {
+    if (!tool || !isOffered(*tool, card)) {
         return;
     }
     const std::uint8_t neverCancelled = 0;

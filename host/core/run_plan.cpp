@@ -1,7 +1,6 @@
 #include "host/core/run_plan.h"
 
 #include "core/module.h"
-#include "host/core/direct3d_need.h"
 #include "host/core/exit_code.h"
 #include "host/core/test_catalogue.h"
 #include "module/video_card/catalogue.h"
@@ -111,6 +110,12 @@ std::vector<Setting> parseSettings(const std::vector<std::string>& texts) {
     return settings;
 }
 
+/// Whether a later setting has the same key: the last one counts, and a parameter sees no other.
+bool isOverruled(const std::vector<Setting>& settings, const Setting& setting) {
+    return std::ranges::any_of(&setting + 1, settings.data() + settings.size(),
+                               [&](const Setting& later) { return later.key == setting.key; });
+}
+
 /// Sets what the test has of the settings, and notes which keys were known.
 void applySettings(core::Test& test, const std::vector<Setting>& settings, std::set<std::string>& known,
                    const Language& language) {
@@ -126,7 +131,9 @@ void applySettings(core::Test& test, const std::vector<Setting>& settings, std::
                              describe(test.descriptor(), language) + ", which takes " +
                              entry->parameter->description().range);
         }
-        entry->parameter->setValue(setting.value);
+        if (!isOverruled(settings, setting)) {
+            entry->parameter->setValue(setting.value);
+        }
     }
 }
 
@@ -148,26 +155,29 @@ void refuseUnknownSettings(const std::vector<Setting>& settings, const std::set<
 }
 
 /// Throws for a test that was asked for by its id and that no chosen card supports, and for a request that
-/// nothing is left of because the machine lacks Direct3D.
+/// nothing is left of because the machine or the program lacks what the tests need.
 void refuseUnsupported(const core::Module& module, const std::vector<Selection>& tests,
                        const std::set<std::int32_t>& offered, const RunRequest& request,
-                       const Language& language, const std::optional<std::string>& missingDirect3d) {
+                       const Language& language, const Facilities& facilities) {
     for (const auto& selection : tests) {
         if (!selection.askedById || offered.contains(selection.id)) {
             continue;
         }
         const auto test = describe(module.createTest(selection.id)->descriptor(), language);
-        if (missingDirect3d && needsDirect3d(selection.id)) {
-            throw UsageError(test + " needs Direct3D, and '" + *missingDirect3d + "' cannot be loaded");
+        if (const auto lack = lackOf(selection.id, facilities)) {
+            throw UsageError(test + " needs " + *lack);
         }
         throw UsageError((request.card == "all" ? std::string("no card of this machine supports ")
                                                 : "card " + request.card + " does not support ") +
                          test);
     }
-    const auto needs = [](const Selection& selection) { return needsDirect3d(selection.id); };
-    if (offered.empty() && missingDirect3d && std::ranges::any_of(tests, needs)) {
-        throw UsageError("no test is left to run: the chosen ones need Direct3D, and '" + *missingDirect3d +
-                         "' cannot be loaded");
+    if (!offered.empty()) {
+        return;
+    }
+    for (const auto& selection : tests) {
+        if (const auto lack = lackOf(selection.id, facilities)) {
+            throw UsageError("no test is left to run: the chosen ones need " + *lack);
+        }
     }
 }
 
@@ -189,7 +199,7 @@ std::vector<std::size_t> selectCards(const std::vector<Card>& cards, const std::
 }
 
 RunPlan planRuns(const core::Module& module, const std::vector<Card>& cards, const RunRequest& request,
-                 const Language& language, const std::optional<std::string>& missingDirect3d) {
+                 const Language& language, const Facilities& facilities) {
     const auto chosenCards = selectCards(cards, request.card);
     const auto tests = selectTests(module, request.tests, language);
     const auto settings = parseSettings(request.settings);
@@ -198,11 +208,12 @@ RunPlan planRuns(const core::Module& module, const std::vector<Card>& cards, con
     std::set<std::string> known;
     std::set<std::int32_t> offered;
     for (const auto card : chosenCards) {
-        NotOffered missing{card, {}};
+        NotOffered missing{card, {}, false};
         for (const auto& selection : tests) {
             auto test = module.createTest(selection.id);
-            if (!isOffered(*test, cards[card], !missingDirect3d)) {
+            if (!isOffered(*test, cards[card], facilities)) {
                 missing.names.push_back(test->descriptor().name);
+                missing.forLackOfDisplay |= !facilities.display && needsDisplay(selection.id);
                 continue;
             }
             offered.insert(selection.id);
@@ -214,7 +225,7 @@ RunPlan planRuns(const core::Module& module, const std::vector<Card>& cards, con
         }
     }
     if (!chosenCards.empty()) {
-        refuseUnsupported(module, tests, offered, request, language, missingDirect3d);
+        refuseUnsupported(module, tests, offered, request, language, facilities);
     }
     refuseUnknownSettings(settings, known, plan);
     return plan;

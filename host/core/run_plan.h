@@ -2,10 +2,10 @@
 
 #include "core/test.h"
 #include "host/core/card.h"
+#include "host/core/facilities.h"
 #include "host/core/language.h"
 
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -31,6 +31,7 @@ struct PlannedRun {
 struct NotOffered {
     std::size_t card = 0;
     std::vector<std::string> names; ///< message keys
+    bool forLackOfDisplay = false;  ///< some of them the card may support, but nobody would see their window
 };
 
 struct RunPlan {
@@ -39,12 +40,11 @@ struct RunPlan {
 };
 
 /// Plans the runs of a request. Throws `UsageError` with a line that names what is unknown, invalid or
-/// supported by none of the chosen cards although it was asked for by its id. `missingDirect3d` is the
-/// library of Direct3D that the machine lacks, if it does: tests that need it are not offered, and it is
-/// named where nothing else is left.
+/// supported by none of the chosen cards although it was asked for by its id. Tests that lack one of the
+/// facilities are not offered, and what they lack is named where nothing else is left.
 [[nodiscard]] RunPlan planRuns(const core::Module& module, const std::vector<Card>& cards,
                                const RunRequest& request, const Language& language,
-                               const std::optional<std::string>& missingDirect3d = std::nullopt);
+                               const Facilities& facilities = {});
 
 /// The indexes of the cards that "all" or an id stands for. Throws `UsageError` for an unknown id.
 [[nodiscard]] std::vector<std::size_t> selectCards(const std::vector<Card>& cards,

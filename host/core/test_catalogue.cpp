@@ -1,16 +1,15 @@
 #include "host/core/test_catalogue.h"
 
 #include "core/module.h"
-#include "host/core/direct3d_need.h"
 #include "module/video_card/catalogue.h"
 
 #include <algorithm>
 
 namespace vexil::host {
 
-bool isOffered(const core::Test& test, const Card& card, bool hasDirect3d) {
+bool isOffered(const core::Test& test, const Card& card, const Facilities& facilities) {
     const auto device = card.device.lock();
-    return device && (hasDirect3d || !needsDirect3d(test.id())) && test.isSupported(device.get(), device);
+    return device && !lackOf(test.id(), facilities) && test.isSupported(device.get(), device);
 }
 
 core::TestDescriptor descriptorOfUnavailable(std::int32_t id) {
@@ -30,7 +29,7 @@ core::TestDescriptor descriptorOfUnavailable(std::int32_t id) {
 }
 
 std::vector<CatalogueEntry> listTests(const core::Module& module, const std::vector<Card>& cards,
-                                      bool hasDirect3d) {
+                                      const Facilities& facilities) {
     std::vector<CatalogueEntry> entries;
     for (const auto id : module.testIds()) {
         CatalogueEntry& entry = entries.emplace_back();
@@ -46,7 +45,7 @@ std::vector<CatalogueEntry> listTests(const core::Module& module, const std::vec
             entry.parameters.push_back(parameter.parameter->description());
         }
         for (std::size_t i = 0; i < cards.size(); ++i) {
-            if (isOffered(*test, cards[i], hasDirect3d)) {
+            if (isOffered(*test, cards[i], facilities)) {
                 entry.supportedBy.push_back(i);
             }
         }

@@ -2,6 +2,7 @@
 
 #include "core/test.h"
 #include "host/core/card.h"
+#include "host/core/facilities.h"
 
 #include <cstdint>
 #include <memory>
@@ -23,12 +24,12 @@ struct CatalogueEntry {
 };
 
 /// All tests in the order in which the module lists them.
-[[nodiscard]] std::vector<CatalogueEntry> listTests(const core::Module& module,
-                                                    const std::vector<Card>& cards, bool hasDirect3d);
+[[nodiscard]] std::vector<CatalogueEntry>
+listTests(const core::Module& module, const std::vector<Card>& cards, const Facilities& facilities = {});
 
-/// Whether the test is offered for the card: the test supports it, and the machine has Direct3D if the test
-/// needs it. False for a card that is gone.
-[[nodiscard]] bool isOffered(const core::Test& test, const Card& card, bool hasDirect3d);
+/// Whether the test is offered for the card: the test supports it and lacks nothing that it needs beside it.
+/// False for a card that is gone.
+[[nodiscard]] bool isOffered(const core::Test& test, const Card& card, const Facilities& facilities = {});
 
 /// The descriptor of an id that the module makes no test for.
 [[nodiscard]] core::TestDescriptor descriptorOfUnavailable(std::int32_t id);

@@ -131,6 +131,20 @@ void CallText::argument(const D3D11_SAMPLER_DESC* desc) {
                 desc->BorderColor[2], desc->BorderColor[3], desc->MinLOD, desc->MaxLOD));
 }
 
+void CallText::argument(const D3D11_RASTERIZER_DESC* desc) {
+    item(record(desc->FillMode, desc->CullMode, desc->FrontCounterClockwise, desc->DepthBias,
+                desc->DepthBiasClamp, desc->SlopeScaledDepthBias, desc->DepthClipEnable, desc->ScissorEnable,
+                desc->MultisampleEnable, desc->AntialiasedLineEnable));
+}
+
+void CallText::argument(const DXGI_SWAP_CHAIN_DESC* desc) {
+    const auto& mode = desc->BufferDesc;
+    item(record(mode.Width, mode.Height, mode.RefreshRate.Numerator, mode.RefreshRate.Denominator,
+                mode.Format, mode.ScanlineOrdering, mode.Scaling, desc->SampleDesc.Count,
+                desc->SampleDesc.Quality, desc->BufferUsage, desc->BufferCount, desc->Windowed,
+                desc->SwapEffect, desc->Flags));
+}
+
 std::string CallText::finish(HRESULT result) {
     text_ += ")";
     if (FAILED(result)) {

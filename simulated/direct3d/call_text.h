@@ -66,6 +66,8 @@ private:
     void argument(const D3D11_DEPTH_STENCIL_VIEW_DESC* desc);
     void argument(const D3D11_DEPTH_STENCIL_DESC* desc);
     void argument(const D3D11_SAMPLER_DESC* desc);
+    void argument(const D3D11_RASTERIZER_DESC* desc);
+    void argument(const DXGI_SWAP_CHAIN_DESC* desc);
     /// What the call fills in.
     void argument(UINT*) {}
     void argument(void**) {}

@@ -25,6 +25,8 @@ protected:
 
     /// A failure here is returned in place of the call.
     virtual HRESULT admit(const char*) { return S_OK; }
+    /// Whether a call that has no result is made at all.
+    virtual bool reachesCard(const char*) { return true; }
     /// Null where nobody listens.
     [[nodiscard]] virtual CallLog* log() const { return nullptr; }
 
@@ -32,8 +34,10 @@ protected:
     auto forward(const char* name, Arguments... arguments) {
         using Result = decltype((real_->*call)(arguments...));
         if constexpr (std::is_void_v<Result>) {
-            (real_->*call)(arguments...);
-            note(name, S_OK, arguments...);
+            if (reachesCard(name)) {
+                (real_->*call)(arguments...);
+                note(name, S_OK, arguments...);
+            }
         } else if constexpr (std::is_same_v<Result, HRESULT>) {
             if (const HRESULT refused = admit(name); FAILED(refused)) {
                 return refused;

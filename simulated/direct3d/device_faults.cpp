@@ -49,6 +49,14 @@ HRESULT DeviceFaults::admit(const char* call) {
     return failingCalls_.admit(call);
 }
 
+void DeviceFaults::drawnIndexed() {
+    const std::lock_guard lock(mutex_);
+    const auto* const fault = find(Direct3DFault::Kind::removedInDrawing);
+    if (fault != nullptr && ++indexedDrawings_ >= fault->number) {
+        removedReason_ = static_cast<HRESULT>(fault->result);
+    }
+}
+
 bool DeviceFaults::isNewSurface(const D3D11_TEXTURE2D_DESC& desc, bool hasContent) const {
     return hasSurfaceShape(desc) && !hasContent && surfacesWritten_ == 0;
 }

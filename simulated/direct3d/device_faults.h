@@ -31,6 +31,10 @@ public:
     [[nodiscard]] HRESULT admitTexture(const D3D11_TEXTURE2D_DESC& desc, bool hasContent);
     /// Likewise, for a compiled shader.
     [[nodiscard]] HRESULT admitShader(std::span<const std::byte> bytecode) const;
+    /// Whether a call without a result is to be made.
+    [[nodiscard]] bool reachesCard(const char* call) { return !failingCalls_.isLost(call); }
+    /// To be told of every indexed drawing.
+    void drawnIndexed();
     /// What stands in for the new surface; null if it is to be made.
     [[nodiscard]] ID3D11Texture2D* sharedSurface(const D3D11_TEXTURE2D_DESC& desc, bool hasContent);
     /// To be told of every texture and buffer that was made: they take from the card's memory while they
@@ -57,6 +61,7 @@ private:
     std::recursive_mutex mutex_;
     std::uint32_t surfacesMade_ = 0;
     std::uint32_t surfacesWritten_ = 0;
+    std::uint32_t indexedDrawings_ = 0;
     HRESULT removedReason_ = S_OK;
     ID3D11Texture2D* sharedSurface_ =
         nullptr; ///< alive as long as the list of surfaces that it was handed out for

@@ -108,6 +108,8 @@ Com<ID3D11Texture2D> boundTarget(ID3D11DeviceContext& real) {
 
 Com<ID3D11Texture2D> asTexture(ID3D11Resource& resource) { return as<ID3D11Texture2D>(&resource); }
 
+Com<ID3D11Buffer> asBuffer(ID3D11Resource& resource) { return as<ID3D11Buffer>(&resource); }
+
 D3D11_BUFFER_DESC descriptionOf(ID3D11Buffer& buffer) {
     D3D11_BUFFER_DESC desc{};
     buffer.GetDesc(&desc);

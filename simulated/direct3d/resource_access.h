@@ -18,8 +18,9 @@ using Com = std::shared_ptr<T>;
 [[nodiscard]] Com<ID3D11Buffer> boundInput(ID3D11DeviceContext& real, UINT slot); ///< of the compute stage
 [[nodiscard]] Com<ID3D11Texture2D> boundTarget(ID3D11DeviceContext& real);
 
-/// Null for a resource that is no texture.
+// Null for a resource of another kind.
 [[nodiscard]] Com<ID3D11Texture2D> asTexture(ID3D11Resource& resource);
+[[nodiscard]] Com<ID3D11Buffer> asBuffer(ID3D11Resource& resource);
 
 [[nodiscard]] D3D11_BUFFER_DESC descriptionOf(ID3D11Buffer& buffer);
 [[nodiscard]] D3D11_TEXTURE2D_DESC descriptionOf(ID3D11Texture2D& texture);

@@ -19,6 +19,19 @@ HRESULT FailingCalls::admit(const std::string& call) {
     return S_OK;
 }
 
+bool FailingCalls::isLost(const std::string& call) {
+    const auto losesIt = [&](const Direct3DFault& fault) {
+        return fault.kind == Direct3DFault::Kind::lostCall && fault.call == call;
+    };
+    if (std::ranges::none_of(section_->faults, losesIt)) {
+        return false;
+    }
+    const std::lock_guard lock(mutex_);
+    const auto time = ++times_[call];
+    return std::ranges::any_of(section_->faults,
+                               [&](const auto& fault) { return losesIt(fault) && fault.number == time; });
+}
+
 SimulatedCard::SimulatedCard(Direct3DIdentity identity, Direct3DSection section, std::shared_ptr<CallLog> log)
     : identity_(std::move(identity)), section_(std::move(section)), log_(std::move(log)),
       failingCalls_(section_) {}

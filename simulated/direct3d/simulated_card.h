@@ -22,12 +22,14 @@ struct Direct3DIdentity {
     std::uint64_t luid = 0; ///< high word in the upper half
 };
 
-/// Counts the calls of each name and refuses those that a `failingCall` of the section names.
+/// Counts the calls of each name, and tells which of them a fault of the section names.
 class FailingCalls {
 public:
     explicit FailingCalls(const Direct3DSection& section) : section_(&section) {}
     /// S_OK, or the failure that the call is to return without being made.
     [[nodiscard]] HRESULT admit(const std::string& call);
+    /// Likewise of calls without a result: whether a `lostCall` of the section swallows it.
+    [[nodiscard]] bool isLost(const std::string& call);
 
 private:
     const Direct3DSection* section_;

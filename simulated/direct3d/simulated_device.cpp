@@ -41,6 +41,8 @@ ULONG SimulatedDeviceContext::Release() { return device_.Release(); }
 
 HRESULT SimulatedDeviceContext::admit(const char* call) { return device_.faults().admit(call); }
 
+bool SimulatedDeviceContext::reachesCard(const char* call) { return device_.faults().reachesCard(call); }
+
 CallLog* SimulatedDeviceContext::log() const { return device_.log(); }
 
 void SimulatedDeviceContext::GetDevice(ID3D11Device** device) {
@@ -74,6 +76,12 @@ void SimulatedDeviceContext::Draw(UINT vertexCount, UINT firstVertex) {
     work_.drawn(*real());
 }
 
+void SimulatedDeviceContext::DrawIndexed(UINT indexCount, UINT firstIndex, INT baseVertex) {
+    DeviceContextProxy::DrawIndexed(indexCount, firstIndex, baseVertex);
+    device_.faults().drawnIndexed();
+    work_.drawnIndexed(*real());
+}
+
 HRESULT SimulatedDeviceContext::Map(ID3D11Resource* resource, UINT index, D3D11_MAP type, UINT flags,
                                     D3D11_MAPPED_SUBRESOURCE* mapped) {
     const HRESULT result = DeviceContextProxy::Map(resource, index, type, flags, mapped);
@@ -84,6 +92,7 @@ HRESULT SimulatedDeviceContext::Map(ID3D11Resource* resource, UINT index, D3D11_
 }
 
 void SimulatedDeviceContext::Unmap(ID3D11Resource* resource, UINT index) {
+    work_.unmapping(*resource);
     DeviceContextProxy::Unmap(resource, index);
     work_.unmapped(*resource);
 }

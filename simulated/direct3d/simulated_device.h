@@ -25,12 +25,14 @@ public:
                                              const void* rows, UINT rowPitch, UINT depthPitch) override;
     void STDMETHODCALLTYPE Dispatch(UINT x, UINT y, UINT z) override;
     void STDMETHODCALLTYPE Draw(UINT vertexCount, UINT firstVertex) override;
+    void STDMETHODCALLTYPE DrawIndexed(UINT indexCount, UINT firstIndex, INT baseVertex) override;
     HRESULT STDMETHODCALLTYPE Map(ID3D11Resource* resource, UINT index, D3D11_MAP type, UINT flags,
                                   D3D11_MAPPED_SUBRESOURCE* mapped) override;
     void STDMETHODCALLTYPE Unmap(ID3D11Resource* resource, UINT index) override;
 
 protected:
     HRESULT admit(const char* call) override;
+    bool reachesCard(const char* call) override;
     CallLog* log() const override;
 
 private:

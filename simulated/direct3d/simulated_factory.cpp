@@ -1,7 +1,9 @@
 #include "simulated/direct3d/simulated_factory.h"
 
+#include "simulated/direct3d/call_text.h"
 #include "simulated/direct3d/simulated_adapter.h"
 #include "simulated/direct3d/simulated_device.h"
+#include "simulated/direct3d/simulated_swap_chain.h"
 
 #include <utility>
 
@@ -41,8 +43,20 @@ HRESULT SimulatedFactory::CreateSwapChain(IUnknown* device, DXGI_SWAP_CHAIN_DESC
     if (FAILED(device->QueryInterface(SimulatedDevice::id, reinterpret_cast<void**>(&simulated)))) {
         return real()->CreateSwapChain(device, desc, swapChain);
     }
-    const HRESULT result = real()->CreateSwapChain(simulated->real(), desc, swapChain);
+    HRESULT result = simulated->faults().admit("CreateSwapChain");
+    if (SUCCEEDED(result)) {
+        result = real()->CreateSwapChain(simulated->real(), desc, swapChain);
+    }
+    const auto log = simulated->faults().card().log();
     simulated->Release();
+    if (log) {
+        CallText text(*log, "CreateSwapChain");
+        text.arguments(static_cast<const DXGI_SWAP_CHAIN_DESC*>(desc));
+        log->add(text.finish(result));
+    }
+    if (SUCCEEDED(result)) {
+        *swapChain = new SimulatedSwapChain(*swapChain, log);
+    }
     return result;
 }
 

@@ -2,6 +2,7 @@
 
 #include "simulated/direct3d/resource_access.h"
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstring>
@@ -18,6 +19,8 @@ constexpr UINT tableColumns = 5;
 constexpr UINT dotProductsBytes = 12;
 constexpr UINT doubleBytes = 8;
 constexpr UINT pixelBytes = 4;
+constexpr std::uint32_t secondPicture = 2; ///< drawing of a frame
+constexpr UINT frameConstantsBytes = 16;   ///< width, height and the animation's time
 
 template <typename T>
 T changedBits(T value, Change change) {
@@ -76,6 +79,11 @@ void changeElement(ID3D11DeviceContext& real, ID3D11Buffer& buffer, const Arithm
     }
 }
 
+bool isFrameConstants(ID3D11Resource& resource) {
+    const auto buffer = asBuffer(resource);
+    return buffer && descriptionOf(*buffer).ByteWidth == frameConstantsBytes;
+}
+
 } // namespace
 
 bool WorkFaults::beginDispatch(ID3D11DeviceContext& real) {
@@ -127,7 +135,42 @@ void WorkFaults::drawn(ID3D11DeviceContext& real) {
     }
 }
 
+bool WorkFaults::has(Kind kind) const {
+    return std::ranges::find(section_.faults, kind, &Direct3DFault::kind) != section_.faults.end();
+}
+
+void WorkFaults::drawnIndexed(ID3D11DeviceContext& real) {
+    if (++drawingsOfFrame_ != secondPicture) {
+        return;
+    }
+    for (const auto& fault : section_.faults) {
+        const auto& place = fault.picture;
+        if (fault.kind != Kind::differingPixel || frameSeconds_ < place.from ||
+            frameSeconds_ >= place.until) {
+            continue;
+        }
+        const auto target = boundTarget(real);
+        if (target && place.x < descriptionOf(*target).Width) {
+            changePixel(real, *target, place.y * descriptionOf(*target).Width + place.x, fault.mask);
+        }
+    }
+}
+
+void WorkFaults::unmapping(ID3D11Resource& resource) {
+    const auto found = mappedConstants_.find(&resource);
+    if (found != mappedConstants_.end()) {
+        float constants[4];
+        std::memcpy(constants, found->second, sizeof constants);
+        frameSeconds_ = static_cast<double>(constants[2]);
+        drawingsOfFrame_ = 0;
+        mappedConstants_.erase(found);
+    }
+}
+
 void WorkFaults::mapped(ID3D11Resource& resource, D3D11_MAPPED_SUBRESOURCE& mapped) {
+    if (has(Kind::differingPixel) && isFrameConstants(resource)) {
+        mappedConstants_[&resource] = mapped.pData;
+    }
     for (const auto& fault : section_.faults) {
         const auto texture = fault.kind == Kind::mappedPitch ? asTexture(resource) : nullptr;
         if (!texture) {

@@ -17,6 +17,8 @@ constexpr std::uint64_t mostRow = 15;
 constexpr std::uint64_t mostColumn = 4;
 constexpr std::uint64_t mostOperand = 5;
 constexpr std::uint64_t mostGap = 65536;
+constexpr double mostSeconds = 1e9;
+constexpr std::uint64_t mostExtent = 16384; ///< of a texture
 constexpr std::uint64_t mostMemory = std::uint64_t{1} << 50;
 
 constexpr std::uint64_t outOfMemory = 0x8007000E;
@@ -123,6 +125,32 @@ Direct3DFault readMappedPitch(FieldReader& reader) {
     return fault;
 }
 
+Direct3DFault readDifferingPixel(FieldReader& reader) {
+    Direct3DFault fault;
+    fault.picture.from = reader.has("from") ? reader.real("from", 0, mostSeconds) : 0;
+    if (reader.has("until")) {
+        fault.picture.until = reader.real("until", fault.picture.from, mostSeconds);
+    }
+    fault.picture.x = static_cast<std::uint32_t>(reader.number("x", 0, mostExtent - 1));
+    fault.picture.y = static_cast<std::uint32_t>(reader.number("y", 0, mostExtent - 1));
+    fault.mask = static_cast<std::uint8_t>(reader.number("mask", 1, 255, 1));
+    return fault;
+}
+
+Direct3DFault readRemovedInDrawing(FieldReader& reader) {
+    Direct3DFault fault;
+    fault.number = static_cast<std::uint32_t>(reader.number("drawing", 1, most32));
+    fault.result = readResult(reader, removed);
+    return fault;
+}
+
+Direct3DFault readLostCall(FieldReader& reader) {
+    Direct3DFault fault;
+    fault.call = losableDirect3DCalls()[reader.choice("call", losableDirect3DCalls())];
+    fault.number = static_cast<std::uint32_t>(reader.number("number", 1, most32, 1));
+    return fault;
+}
+
 struct KindRow {
     Direct3DFault::Kind kind;
     const char* word;
@@ -141,6 +169,9 @@ constexpr KindRow kinds[] = {
     {Direct3DFault::Kind::idleDispatch, "idleDispatch", readIdleDispatch},
     {Direct3DFault::Kind::wrongPixel, "wrongPixel", readWrongPixel},
     {Direct3DFault::Kind::mappedPitch, "mappedPitch", readMappedPitch},
+    {Direct3DFault::Kind::differingPixel, "differingPixel", readDifferingPixel},
+    {Direct3DFault::Kind::removedInDrawing, "removedInDrawing", readRemovedInDrawing},
+    {Direct3DFault::Kind::lostCall, "lostCall", readLostCall},
 };
 
 Direct3DFault readFault(FieldReader& reader) {
@@ -176,6 +207,17 @@ const std::vector<std::string>& failingDirect3DCalls() {
         "CreateSamplerState",
         "CheckFormatSupport",
         "Map",
+        "CreateSwapChain",
+    };
+    return calls;
+}
+
+const std::vector<std::string>& losableDirect3DCalls() {
+    static const std::vector<std::string> calls = {
+        "OMSetRenderTargets",    "PSSetShaderResources",  "PSSetConstantBuffers", "VSSetConstantBuffers",
+        "PSSetSamplers",         "IASetInputLayout",      "IASetVertexBuffers",   "IASetIndexBuffer",
+        "VSSetShader",           "PSSetShader",           "RSSetViewports",       "RSSetState",
+        "ClearRenderTargetView", "ClearDepthStencilView", "DrawIndexed",          "CopyResource",
     };
     return calls;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string>
 #include <vector>
@@ -29,6 +30,14 @@ struct ArithmeticFault {
     Change change = Change::value;
 };
 
+/// A pixel of the second of the two pictures that the stress test draws of each frame.
+struct PictureFault {
+    double from = 0; ///< seconds of the animation
+    double until = std::numeric_limits<double>::infinity();
+    std::uint32_t x = 0;
+    std::uint32_t y = 0;
+};
+
 /// What goes wrong on a card's Direct3D device. Surfaces and calls are counted from 1, on each new device
 /// afresh.
 struct Direct3DFault {
@@ -44,15 +53,19 @@ struct Direct3DFault {
         idleDispatch,     ///< of `arithmetic.set`, nothing is computed at all
         wrongPixel,  ///< of drawing `number`, the byte at `offset` of the picture is stored changed by `mask`
         mappedPitch, ///< rows of mapped textures have a gap of `offset` bytes behind them
+        differingPixel,   ///< of `picture`, the pixel's first byte is stored changed by the bits of `mask`
+        removedInDrawing, ///< with indexed drawing `number` the card is gone; `result` says why
+        lostCall,         ///< `call`, which has no result, does not reach the card the `number`th time
     };
 
     Kind kind = Kind::failingCall;
     std::uint32_t number = 1;
-    std::string call; ///< the name of a function that returns an HRESULT
+    std::string call; ///< the name of a function
     std::uint32_t offset = 0;
     std::uint8_t mask = 0;
     std::uint32_t result = 0; ///< an HRESULT
     ArithmeticFault arithmetic{};
+    PictureFault picture{};
 };
 
 /// A card as Direct3D shows it: the section "direct3d" of a card in a scenario.
@@ -73,6 +86,8 @@ struct Direct3DSection {
 
 /// The calls that a `failingCall` can name.
 [[nodiscard]] const std::vector<std::string>& failingDirect3DCalls();
+/// Those that a `lostCall` can name.
+[[nodiscard]] const std::vector<std::string>& losableDirect3DCalls();
 
 /// Reads the section. Throws `ScenarioError`.
 [[nodiscard]] Direct3DSection readDirect3DSection(FieldReader& reader);

@@ -1,29 +1,12 @@
 #include "core/style_manager.h"
 
+#include "fonts.h"
+
 namespace {
 
-/// A light look: dark text on white, one accent colour for what can be pressed.
-constexpr const char* stylesheet = R"(
-QWidget {
-    color: #1f2933;
-    background-color: #ffffff;
-    font-family: "Lato";
-    font-size: 14px;
-}
-QPushButton {
-    color: #ffffff;
-    background-color: #1769aa;
-    border: 1px solid #1769aa;
-    border-radius: 4px;
-    padding: 6px 18px;
-}
-QPushButton:hover {
-    background-color: #12568c;
-}
-QPushButton:focus {
-    border: 2px solid #0b2d4a;
-}
-)";
+constexpr const char* styleSheet =
+#include "style_sheet_text.inc"
+    ;
 
 } // namespace
 
@@ -32,4 +15,7 @@ StyleManager& StyleManager::instance() {
     return manager;
 }
 
-std::string StyleManager::Stylesheet() const { return stylesheet; }
+std::string StyleManager::Stylesheet() const {
+    registerFonts();
+    return styleSheet;
+}

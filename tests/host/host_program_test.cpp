@@ -23,6 +23,30 @@ struct Answer {
     std::string err;
 };
 
+/// Runs the work at once, and notes what it was asked for.
+class NotingGui final : public Gui {
+public:
+    [[nodiscard]] bool hasDisplay() const override { return display; }
+    void run(bool visible, const Language&, const std::string& translationContext,
+             const Work& work) override {
+        class Session final : public GuiSession {
+        public:
+            explicit Session(std::vector<std::string>& titles) : titles_(titles) {}
+            void showTest(const std::string& title) override { titles_.push_back(title); }
+
+        private:
+            std::vector<std::string>& titles_;
+        };
+        uses.push_back(std::string(visible ? "visible " : "hidden ") + translationContext);
+        Session session(titles);
+        work(session);
+    }
+
+    bool display = true;
+    std::vector<std::string> uses;
+    std::vector<std::string> titles;
+};
+
 class HostProgram : public ::testing::Test {
 protected:
     HostProgram() { useCase("scripted"); }
@@ -36,10 +60,17 @@ protected:
         const auto folder = platform::programFolder();
         arguments.insert(arguments.end(),
                          {"--module", toUtf8(folder / "fake_modules" / VEXIL_FAKE_MODULE_FILE)});
-        const HostEnvironment environment{
-            out, err, {}, folder, userLanguage_, "Some OS 1", hardwareThreads_, true, cancel_, [this] {
-                return missingDirect3d_;
-            }};
+        const HostEnvironment environment{out,
+                                          err,
+                                          {},
+                                          folder,
+                                          userLanguage_,
+                                          "Some OS 1",
+                                          hardwareThreads_,
+                                          true,
+                                          cancel_,
+                                          [this] { return missingDirect3d_; },
+                                          hasGui_ ? &gui_ : nullptr};
         const int code = runHost(arguments, environment);
         return {code, out.str(), err.str()};
     }
@@ -53,6 +84,8 @@ protected:
     std::string userLanguage_ = "en_GB";
     unsigned hardwareThreads_ = 4;
     std::optional<std::string> missingDirect3d_;
+    bool hasGui_ = true;
+    NotingGui gui_;
     volatile std::uint8_t cancel_ = 0;
 };
 
@@ -144,6 +177,44 @@ TEST_F(HostProgram, SetsParameters) {
     EXPECT_NE(run({"run", "--card", "0100", "--tests", "5", "--set", "DURATION=12"})
                   .out.find("Duration (minutes): 12"),
               std::string::npos);
+}
+
+TEST_F(HostProgram, LendsItsGuiToTheTestsThatNeedOneOnly) {
+    static_cast<void>(run({"cards"}));
+    static_cast<void>(run({"tests"}));
+    static_cast<void>(run({"run", "--card", "0100", "--tests", "1,3"}));
+    EXPECT_TRUE(gui_.uses.empty());
+    EXPECT_EQ(run({"run", "--card", "0100", "--tests", "1,5"}).code, 0);
+    EXPECT_EQ(gui_.uses, std::vector<std::string>{"visible VIDEO_CARD"});
+    EXPECT_EQ(gui_.titles, (std::vector<std::string>{"Video memory test", "Stress test"}));
+}
+
+TEST_F(HostProgram, SaysClearlyThatThereIsNoDisplay) {
+    gui_.display = false;
+    expectUsageError({"run", "--tests", "5"},
+                     "test 5 (Stress test) needs a display for its window, and none can be reached");
+    const auto extended = run({"run", "--tests", "extended"}).out;
+    EXPECT_NE(extended.find("Not offered: Stress test"), std::string::npos) << extended;
+    EXPECT_NE(extended.find("no display can be reached"), std::string::npos) << extended;
+    EXPECT_NE(run({"tests"}).out.find("no display can be reached"), std::string::npos);
+    EXPECT_EQ(run({"run", "--tests", "4"}).out.find("display"), std::string::npos);
+    EXPECT_TRUE(gui_.uses.empty());
+}
+
+TEST_F(HostProgram, SaysClearlyThatItWasBuiltWithoutAGui) {
+    hasGui_ = false;
+    expectUsageError({"run", "--tests", "5"},
+                     "test 5 (Stress test) needs a GUI thread, and this program was built without one");
+    EXPECT_EQ(run({"run", "--tests", "4"}).code, 0);
+    EXPECT_EQ(run({"tests"}).out.find("no display can be reached"), std::string::npos);
+}
+
+TEST_F(HostProgram, RefusesAnInvalidValueBeforeTheRun) {
+    expectUsageError({"run", "--card", "0100", "--tests", "1,5", "--set", "DURATION=long"},
+                     "'long' is no value for DURATION of test 5 (Stress test), which takes [1:9999]");
+    expectUsageError({"run", "--card", "0100", "--tests", "1", "--set", "DURATION=5"},
+                     "unknown parameter 'DURATION': the chosen tests have none");
+    EXPECT_TRUE(gui_.titles.empty()) << "no test was started";
 }
 
 TEST_F(HostProgram, WritesReportsOfBothForms) {

@@ -94,7 +94,7 @@ TEST(JsonTests, HaveTheDocumentedShape) {
     tests::FakeModule module(tests::FakeCase::Scripted);
     const auto cards = scanCards(module);
     std::vector<core::DeviceRecord> records = {cards[0].record, cards[1].record};
-    const auto document = Json::parse(testsDocument({}, listTests(module, cards, true), records, english()));
+    const auto document = Json::parse(testsDocument({}, listTests(module, cards), records, english()));
     EXPECT_EQ(document["schema"], "vexil.tests/1");
     ASSERT_EQ(document["tests"].size(), 16U);
     const auto& first = document["tests"][0];
@@ -120,7 +120,7 @@ TEST(JsonTests, HaveTheDocumentedShape) {
 
 TEST(JsonTests, SayThatATestIsNotAvailable) {
     tests::FakeModule module(tests::FakeCase::Scripted);
-    const auto last = Json::parse(testsDocument({}, listTests(module, {}, true), {}, {}))["tests"][15];
+    const auto last = Json::parse(testsDocument({}, listTests(module, {}), {}, {}))["tests"][15];
     EXPECT_EQ(last["id"], 21);
     EXPECT_EQ(last["available"], false);
     EXPECT_EQ(last["name"], "WIREFRAME_STRESS_TEST");

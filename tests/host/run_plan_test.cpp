@@ -18,6 +18,44 @@ using tests::FakeId;
 using tests::FakeModule;
 using Ids = std::vector<std::int32_t>;
 
+/// A parameter that notes what it is set to.
+class Listening final : public core::TestParameter {
+public:
+    Listening(const std::string& key, std::vector<std::string>& heard)
+        : TestParameter({key, "", "", "", 2, 0, ""}), heard_(heard) {}
+    [[nodiscard]] bool isValid(std::string) const override { return true; }
+    void setValue(std::string text) override { heard_.push_back(std::move(text)); }
+
+private:
+    std::vector<std::string>& heard_;
+};
+
+class ListeningTest final : public core::Test {
+public:
+    explicit ListeningTest(std::vector<std::string>& heard)
+        : Test({}), key_("KEY", heard), other_("OTHER", heard) {
+        addParameter(&key_);
+        addParameter(&other_);
+    }
+    std::uint8_t execute(const core::TestRunArguments&) override { return core::TestResult::Passed; }
+    [[nodiscard]] bool isSupported(core::Device*, std::shared_ptr<core::Device>) const override {
+        return true;
+    }
+
+private:
+    Listening key_;
+    Listening other_;
+};
+
+class ListeningModule final : public FakeModule {
+public:
+    ListeningModule() : FakeModule(FakeCase::Healthy) {}
+    [[nodiscard]] std::unique_ptr<core::Test> createTest(std::int32_t) const override {
+        return std::make_unique<ListeningTest>(heard);
+    }
+    mutable std::vector<std::string> heard;
+};
+
 class RunPlans : public ::testing::Test {
 protected:
     [[nodiscard]] RunPlan plan(const RunRequest& request) const {
@@ -140,6 +178,13 @@ TEST_F(RunPlans, TakeTheLastOfTwoValuesAndAnEqualsSignInAValueAsText) {
               "'4=2' is no value for DURATION of test 5 (STRESS_TEST), which takes [1:9999]");
 }
 
+TEST_F(RunPlans, ShowAParameterTheLastOfTwoValuesOnly) {
+    // A parameter may understand some values only as a change of what it was before.
+    const ListeningModule module;
+    static_cast<void>(planRuns(module, cards_, {"0100", "1", {"KEY=first", "OTHER=1", "KEY=second"}}, {}));
+    EXPECT_EQ(module.heard, (std::vector<std::string>{"1", "second"}));
+}
+
 TEST_F(RunPlans, RefuseAValueWithTheRangeOfItsParameter) {
     EXPECT_EQ(errorOf({"0100", "5", {"DURATION=long"}}),
               "'long' is no value for DURATION of test 5 (STRESS_TEST), which takes [1:9999]");
@@ -167,11 +212,11 @@ TEST_F(RunPlans, AreEmptyOnAMachineWithoutCards) {
 
 TEST_F(RunPlans, OfferNothingOnACardThatIsGone) {
     cards_[0].device.reset();
-    EXPECT_FALSE(isOffered(*module_.createTest(FakeId::passes), cards_[0], true));
+    EXPECT_FALSE(isOffered(*module_.createTest(FakeId::passes), cards_[0]));
 }
 
 TEST_F(RunPlans, LeaveOutWhatNeedsDirect3dWhereItIsMissing) {
-    const auto withoutIt = planRuns(module_, cards_, {"0100", "all", {}}, {}, "d3d.lib");
+    const auto withoutIt = planRuns(module_, cards_, {"0100", "all", {}}, {}, {"d3d.lib"});
     std::set<std::int32_t> ids;
     for (const auto& run : withoutIt.runs) {
         ids.insert(run.test->id());
@@ -183,7 +228,7 @@ TEST_F(RunPlans, LeaveOutWhatNeedsDirect3dWhereItIsMissing) {
 TEST_F(RunPlans, NameTheMissingLibraryWhereNothingElseIsLeft) {
     const auto errorWithout = [&](const RunRequest& request) -> std::string {
         try {
-            static_cast<void>(planRuns(module_, cards_, request, {}, "d3d.lib"));
+            static_cast<void>(planRuns(module_, cards_, request, {}, {"d3d.lib"}));
         } catch (const UsageError& error) {
             return error.what();
         }
@@ -201,7 +246,7 @@ TEST_F(RunPlans, NameTheMissingLibraryWhereNothingElseIsLeft) {
 TEST(TestCatalogue, OffersNothingThroughDirect3dWhereItIsMissing) {
     FakeModule module(FakeCase::Scripted);
     const auto cards = scanCards(module);
-    for (const auto& entry : listTests(module, cards, false)) {
+    for (const auto& entry : listTests(module, cards, {"d3d.lib"})) {
         EXPECT_EQ(entry.supportedBy.empty(), needsDirect3d(entry.descriptor.id) || !entry.available);
     }
 }
@@ -209,7 +254,7 @@ TEST(TestCatalogue, OffersNothingThroughDirect3dWhereItIsMissing) {
 TEST(TestCatalogue, ListsEveryIdOfTheModuleInItsOrder) {
     FakeModule module(FakeCase::Scripted);
     const auto cards = scanCards(module);
-    const auto entries = listTests(module, cards, true);
+    const auto entries = listTests(module, cards);
     ASSERT_EQ(entries.size(), 16U);
     EXPECT_EQ(entries[0].descriptor.id, 1);
     EXPECT_TRUE(entries[0].available);
@@ -220,7 +265,7 @@ TEST(TestCatalogue, ListsEveryIdOfTheModuleInItsOrder) {
 
 TEST(TestCatalogue, DescribesAnIdThatTheModuleDoesNotMake) {
     FakeModule module(FakeCase::Scripted);
-    const auto entries = listTests(module, {}, true);
+    const auto entries = listTests(module, {});
     EXPECT_FALSE(entries[15].available);
     EXPECT_EQ(entries[15].descriptor.name, "WIREFRAME_STRESS_TEST");
     EXPECT_EQ(entries[15].descriptor.tooltip, "WIREFRAME_STRESS_TEST_DESCRIPTION");

@@ -11,6 +11,7 @@
 #include "module/video_card/direct3d/math_operations/math_op_test.h"
 #include "module/video_card/direct3d/texture_pipeline/texture_pipeline_test.h"
 #include "module/video_card/direct3d/video_memory_test.h"
+#include "module/video_card/stress/stress_creation.h"
 #include "module/video_card/tool/thermal_monitor_tool.h"
 
 #include <algorithm>
@@ -46,6 +47,8 @@ constexpr std::array creation = {
     CreationRow{20, make<CudaAdvancedMathOperation>},
     CreationRow{4, make<Dx11ExtendedVideoMemoryTest>},
     CreationRow{90, make<tool::ThermalMonitorToolVideocard>},
+    CreationRow{5, makeStressTest<false>},
+    CreationRow{21, makeStressTest<true>},
 };
 // clang-format on
 

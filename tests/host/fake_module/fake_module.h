@@ -49,7 +49,7 @@ private:
 
 /// A module with the catalogue of the real one, whose tests do what their row of the script says. Test 21 is
 /// listed and not made.
-class FakeModule final : public core::Module {
+class FakeModule : public core::Module {
 public:
     explicit FakeModule(FakeCase fakeCase);
 

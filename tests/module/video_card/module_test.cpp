@@ -1,10 +1,12 @@
 #include "module/video_card/catalogue.h"
 #include "module/video_card/module.h"
+#include "module/video_card/stress/stress_creation.h"
 #include "support/fake_machine.h"
 
 #include <gtest/gtest.h>
 
 #include <set>
+#include <typeinfo>
 
 namespace vexil::module::video_card {
 namespace {
@@ -61,9 +63,8 @@ TEST_F(ModuleTest, MakesEachTestWithTheDescriptorOfItsRow) {
     }
 }
 
-/// Ids whose class a later change brings. A class that comes is taken off this list.
-TEST_F(ModuleTest, LacksTheClassesOfTheseIdsOnly) {
-    const std::set<std::int32_t> expected = {5, 21};
+TEST_F(ModuleTest, LacksNoClassButTheStressTestsWhereItIsBuiltWithoutWindows) {
+    const std::set<std::int32_t> expected = hasStressTests() ? std::set<std::int32_t>{} : std::set{5, 21};
     std::set<std::int32_t> missing;
     for (const auto& row : catalogue) {
         if (!module_.createTest(row.id)) {
@@ -71,6 +72,17 @@ TEST_F(ModuleTest, LacksTheClassesOfTheseIdsOnly) {
         }
     }
     EXPECT_EQ(missing, expected);
+}
+
+TEST_F(ModuleTest, MakesTheTwoStressTestsOfOneClass) {
+    if (!hasStressTests()) {
+        GTEST_SKIP() << "built without windows";
+    }
+    const auto window = module_.createTest(5);
+    const auto wireframe = module_.createTest(21);
+    EXPECT_EQ(typeid(*window), typeid(*wireframe));
+    EXPECT_EQ(window->parameters().size(), 5U);
+    EXPECT_EQ(wireframe->parameters().size(), 1U);
 }
 
 TEST_F(ModuleTest, HandsOutFurtherOwnersOfItsScannerAndDispatcher) {

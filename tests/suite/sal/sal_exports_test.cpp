@@ -47,6 +47,16 @@ TEST(Sal, MeasuresTimeAcrossTheWrapOfItsTick) {
     EXPECT_GE(get_timer()->secondsBetween(start, get_timer()->now()), 0.019);
 }
 
+TEST(Sal, CountsABegunTenthOfASecondAsAWholeOne) {
+    auto& timer = *get_timer();
+    EXPECT_EQ(timer.secondsBetween(7, 7), 0.0);
+    EXPECT_EQ(timer.secondsBetween(7, 8), 0.1);
+    EXPECT_EQ(timer.secondsBetween(0, 100), 0.1);
+    EXPECT_EQ(timer.secondsBetween(0, 101), 0.2);
+    EXPECT_EQ(timer.secondsBetween(0, 401), 50 / 100.0);
+    EXPECT_EQ(timer.secondsBetween(0, 400), 40 / 100.0);
+}
+
 TEST(Sal, AnswersNullForALibraryOrASymbolThatIsNotThere) {
     EXPECT_EQ(get_module()->load("no_such_library_anywhere", 1), nullptr);
 }

@@ -1,0 +1,3 @@
+#include "fonts.h"
+
+void registerFonts() {}

@@ -1,0 +1,92 @@
+#include "stress_runs.h"
+#include "support/environment.h"
+#include "support/virtual_display.h"
+
+#include <gmock/gmock.h>
+
+// The stress test the whole way: its window on a display of its own.
+namespace vexil::host::tests {
+namespace {
+
+using testing::Contains;
+using testing::IsEmpty;
+
+class StressWindowOnAMachine : public testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(display_.name()) << "no X server could be started";
+        vexil::tests::setEnvironment("DISPLAY", *display_.name());
+    }
+
+private:
+    vexil::tests::VirtualDisplay display_{"1920x1080x24"};
+};
+
+TEST_F(StressWindowOnAMachine, PassesInEveryWindowThatFitsAndSendsTheThreeLines) {
+    const OneCard card(Json::array(), workingSensors);
+    for (const char* size : {"400x400", "1024x768", "1280x1024", "1920x1080", "FULL_SCREEN"}) {
+        const auto run =
+            runStress(card.machine(), "5", "0.05", {"--set", std::string("WINDOW_SIZE=") + size});
+        EXPECT_EQ(run.result, 1) << size;
+        EXPECT_EQ(run.exitCode, 0) << size;
+        expectResultLines(run.messages);
+        EXPECT_THAT(run.progress, Contains(100)) << size;
+    }
+}
+
+TEST_F(StressWindowOnAMachine, FailsOnAPixelThatDiffersAtTheEnd) {
+    const Json fault = {{"kind", "differingPixel"}, {"from", 1}, {"x", 399}, {"y", 7}};
+    const auto run = runStress(OneCard(Json::array({fault}), workingSensors).machine(), "5", "0.05");
+    EXPECT_EQ(run.result, 3);
+    EXPECT_THAT(run.messages, IsEmpty());
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(run.progress.back(), 100);
+}
+
+TEST_F(StressWindowOnAMachine, DoesNotFindAPixelThatDifferedForAWhileOnly) {
+    const Json fault = {{"kind", "differingPixel"}, {"from", 0.5}, {"until", 1.5}, {"x", 3}, {"y", 7}};
+    const auto run = runStress(OneCard(Json::array({fault}), workingSensors).machine(), "5", "0.05");
+    EXPECT_EQ(run.result, 1);
+    expectResultLines(run.messages);
+}
+
+TEST_F(StressWindowOnAMachine, ThatIsInfiniteEndsWithThePixelThatDiffersAtAPeriodsEnd) {
+    const Json fault = {{"kind", "differingPixel"}, {"from", 1.5}, {"x", 0}, {"y", 0}};
+    const auto run = runStress(OneCard(Json::array({fault}), workingSensors).machine(), "5", "0.04",
+                               {"--set", "BURN_IN=TRUE", "--set", "INFINITE=TRUE"});
+    EXPECT_EQ(run.result, 3);
+    EXPECT_THAT(run.messages, Contains("[VIDEO_CARD_BURN_IN_TEMPERATURE](61)"));
+    EXPECT_THAT(run.messages, testing::Not(Contains(testing::StartsWith("MINIMUM"))));
+}
+
+TEST_F(StressWindowOnAMachine, ThatCannotBeBuiltSaysNothing) {
+    for (const char* call : {"CreateSwapChain", "CreatePixelShader", "CreateBuffer"}) {
+        const Json fault = {{"kind", "failingCall"}, {"call", call}};
+        const auto run = runStress(OneCard(Json::array({fault})).machine(), "5", "0.05");
+        EXPECT_EQ(run.result, 5) << call;
+        EXPECT_THAT(run.messages, IsEmpty()) << call;
+        EXPECT_EQ(run.exitCode, 3) << call;
+    }
+}
+
+TEST_F(StressWindowOnAMachine, SurvivesABindThatDoesNotReachTheCardInAFrameBeforeTheLast) {
+    const Json fault = {{"kind", "lostCall"}, {"call", "OMSetRenderTargets"}, {"number", 5}};
+    const auto run = runStress(OneCard(Json::array({fault}), workingSensors).machine(), "5", "0.05");
+    EXPECT_EQ(run.result, 1);
+    expectResultLines(run.messages);
+}
+
+TEST_F(StressWindowOnAMachine, DoesNotLookAtTheCardsHealthAsItStands) {
+    const Json fault = {{"kind", "removedInDrawing"}, {"drawing", 30}};
+    const auto run = runStress(OneCard(Json::array({fault}), workingSensors).machine(), "5", "0.05");
+    EXPECT_EQ(run.result, 1) << "the frames' results are not looked at, and the picture at the end is equal";
+}
+
+TEST_F(StressWindowOnAMachine, LeavesOutSensorsThatAreMissing) {
+    const auto run = runStress(OneCard(Json::array(), {{"usagePercent", 97}}).machine(), "5", "0.05");
+    EXPECT_EQ(run.result, 1);
+    EXPECT_THAT(run.messages, testing::Each(testing::Not(testing::HasSubstr("TEMPERATURE"))));
+}
+
+} // namespace
+} // namespace vexil::host::tests

@@ -1,0 +1,88 @@
+#include "utils/interaction/gui_custom_input_interaction.h"
+#include "utils/interaction/gui_dialog_input_interaction.h"
+#include "utils/interaction/request_input.h"
+
+#include "utils/interaction/gui_fixture.h"
+
+namespace vexil::utils {
+namespace {
+
+class AnsweringWidget final : public AbstractWidgetWrapper {
+public:
+    std::uint32_t showWidget(QWidget*, InputRequestCloser*, std::int32_t) override { return 4; }
+};
+
+/// A host that deals with a question as the test says.
+class Host final : public core::TestReporter {
+public:
+    using Deal = std::function<void(std::unique_ptr<core::InputInteraction>&)>;
+    explicit Host(Deal deal) : deal_(std::move(deal)) {}
+    void setProgress(std::uint8_t) override {}
+    void report(const core::TestMessage&) override {}
+    void interact(std::unique_ptr<core::InputInteraction>& interaction) override { deal_(interaction); }
+
+private:
+    Deal deal_;
+};
+
+class InputRequests : public tests::GuiFixture {
+protected:
+    std::uint32_t request(std::uint32_t type, AbstractWidgetWrapper* widget, const Host::Deal& deal) {
+        InputRequest question;
+        question.type = type;
+        question.widget = widget;
+        question.result = 9;
+        Host host(deal);
+        runWorker([&] { requestInput(question, host); });
+        return question.result;
+    }
+
+    AnsweringWidget widget_;
+};
+
+TEST_F(InputRequests, OfAWidgetBringItsAnswer) {
+    EXPECT_EQ(request(3, &widget_, [](auto& interaction) { interaction->ask(); }), 4U);
+}
+
+TEST_F(InputRequests, AreAWidgetsWithAWidgetAndItsTypeOnly) {
+    const auto dialogIsMade = [](std::unique_ptr<core::InputInteraction>& interaction) {
+        EXPECT_NE(dynamic_cast<GuiDialogInputInteraction*>(interaction.get()), nullptr);
+    };
+    const auto widgetIsShown = [](std::unique_ptr<core::InputInteraction>& interaction) {
+        EXPECT_NE(dynamic_cast<GuiCustomInputInteraction*>(interaction.get()), nullptr);
+    };
+    request(3, &widget_, widgetIsShown);
+    request(3, nullptr, dialogIsMade);
+    request(0, &widget_, dialogIsMade);
+    request(2, nullptr, dialogIsMade);
+}
+
+TEST_F(InputRequests, WithTextsBringTheDialogsAnswer) {
+    withOpenDialog([](QDialog& dialog) { dialog.close(); });
+    EXPECT_EQ(request(0, nullptr, [](auto& interaction) { interaction->ask(); }), 0U);
+}
+
+TEST_F(InputRequests, ThatNobodyAsksStayUnanswered) {
+    EXPECT_EQ(request(3, &widget_, [](auto&) {}), 0U) << "a widget's";
+    EXPECT_EQ(request(0, nullptr, [](auto&) {}), 9U) << "a dialog's is left as it was";
+}
+
+TEST_F(InputRequests, BringTheAnswerOfAQuestionThatTheHostHasTaken) {
+    std::unique_ptr<core::InputInteraction> kept;
+    EXPECT_EQ(request(3, &widget_,
+                      [&kept](auto& interaction) {
+                          interaction->ask();
+                          kept = std::move(interaction);
+                      }),
+              4U);
+    EXPECT_NE(kept, nullptr);
+    EXPECT_EQ(request(3, &widget_,
+                      [](auto& interaction) {
+                          const auto destroyed = std::move(interaction);
+                          destroyed->ask();
+                      }),
+              4U);
+}
+
+} // namespace
+} // namespace vexil::utils
