@@ -130,7 +130,8 @@ void QtGui::run(bool visible, const Language& language, const std::string& trans
             &application.get(),
             [&ended] {
                 ended = true;
-                QCoreApplication::quit();
+                // A quit would ask the windows first, and one may refuse.
+                QCoreApplication::exit();
             },
             Qt::QueuedConnection);
     });
