@@ -32,8 +32,7 @@ Function symbolOf(void* library, const char* name) {
 }
 
 WindowSystem windowSystem() {
-    prepareDirect3D();
-    void* const library = loadedLibrary("libSDL2-2.0.so.0");
+    void* const library = prepareDirect3D() == nullptr ? loadedLibrary("libSDL2-2.0.so.0") : nullptr;
     if (library == nullptr) {
         return {};
     }
