@@ -3,6 +3,8 @@
 #include "stress/bare_scene.h"
 
 #include <QGuiApplication>
+#include <QPixmap>
+#include <QScreen>
 #include <QWindow>
 
 #include <algorithm>
@@ -11,6 +13,8 @@
 #include <exception>
 #include <iomanip>
 #include <iostream>
+#include <stdexcept>
+#include <thread>
 #include <vector>
 
 // Frames of the stress test's renderer, with Present, overlay and instruction, in turns with the same draws
@@ -41,7 +45,16 @@ double rate(float start, const Draw& draw, const Wait& wait) {
     return framesOfARound / elapsed.count();
 }
 
-void measure(unsigned width, unsigned height, int rounds) {
+/// What the display shows of the window.
+void save(const QWindow& window, const char* file) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(500));
+    QCoreApplication::processEvents();
+    if (!QGuiApplication::primaryScreen()->grabWindow(window.winId()).save(QString::fromLocal8Bit(file))) {
+        throw std::runtime_error("the picture cannot be saved");
+    }
+}
+
+void measure(unsigned width, unsigned height, int rounds, const char* picture) {
     const auto contexts = createAllDx11Contexts();
     if (contexts.empty()) {
         throw std::runtime_error("there is no Direct3D here");
@@ -56,6 +69,9 @@ void measure(unsigned width, unsigned height, int rounds) {
     D3D11AnimationRenderer renderer(dx11, static_cast<HWND>(target.handle()), width, height, 96);
     renderer.setSceneObject(createSceneObject(width, height, dx11).value);
     renderer.setCompareObject(createCompareObject(width, height, dx11).value);
+    renderer.setFpsLabel(L"Frames per second");
+    renderer.setUsageLabel(L"Usage");
+    renderer.setTemperatureLabel(L"Temperature");
     renderer.setFullScreen(true);
     benchmarks::BareScene bare(dx11, width, height);
 
@@ -82,6 +98,9 @@ void measure(unsigned width, unsigned height, int rounds) {
     std::cout << std::fixed << std::setprecision(2) << width << "x" << height << ": renderer "
               << median(shown) << " frames/s, bare " << median(alone) << " frames/s, ratio " << median(ratios)
               << " (aim: at least 0.95)\n";
+    if (picture != nullptr) {
+        save(window, picture);
+    }
 }
 
 } // namespace
@@ -92,7 +111,7 @@ int main(int argc, char** argv) {
     try {
         measure(argc > 2 ? static_cast<unsigned>(std::atoi(argv[1])) : 400,
                 argc > 2 ? static_cast<unsigned>(std::atoi(argv[2])) : 400,
-                argc > 3 ? std::atoi(argv[3]) : 20);
+                argc > 3 ? std::atoi(argv[3]) : 20, argc > 4 ? argv[4] : nullptr);
     } catch (const std::exception& error) {
         std::cerr << "stress_frame_rate_benchmark: " << error.what() << '\n';
         return 1;

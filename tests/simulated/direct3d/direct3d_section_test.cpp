@@ -166,7 +166,8 @@ TEST(Direct3DSection, NamesTheFieldAndTheReasonOfAnError) {
     EXPECT_EQ(errorOfFault(R"({"kind": "fire"})"), "cards[0].direct3d.faults[0].kind: \"fire\" is none of "
                                                    "surfaceAllocation, changedByte, deviceRemoved, "
                                                    "failingCall, noResolveSupport, noDoubles, wrongResult, "
-                                                   "wrongOperand, idleDispatch, wrongPixel, mappedPitch");
+                                                   "wrongOperand, idleDispatch, wrongPixel, mappedPitch, "
+                                                   "differingPixel, removedInDrawing, lostCall");
     EXPECT_TRUE(errorOfFault(R"({"kind": "surfaceAllocation", "surface": 0})")
                     .starts_with("cards[0].direct3d.faults[0].surface: must be a whole number from 1"));
     EXPECT_EQ(errorOfFault(R"({"kind": "changedByte"})"), "cards[0].direct3d.faults[0].surface: is missing");
