@@ -33,7 +33,8 @@ bool startWindowSystem() {
 
 void prepare() {
     setenv("DXVK_WSI_DRIVER", "SDL2", 0);
-    // The library would otherwise leave log files in the user's working directory.
+    // The library would otherwise leave log files and a cache of shaders in the user's working directory.
+    setenv("DXVK_STATE_CACHE", "disable", 0);
     setenv("DXVK_LOG_PATH", "none", 0);
     setenv("DXVK_LOG_LEVEL", "none", 0);
     if (!startWindowSystem()) {
