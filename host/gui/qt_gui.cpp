@@ -106,9 +106,12 @@ void QtGui::run(bool visible, const Language& language, const std::string& trans
                 const Work& work) {
     QtMessages messages;
     Application application(visible);
-    messages.showWarnings();
     if (visible && QGuiApplication::platformName() == "offscreen") {
         throw HostError(ExitCode::Usage, "Qt cannot open windows on this display");
+    }
+    if (visible) {
+        // Of windows that nobody sees Qt would say again and again that they cannot be raised.
+        messages.showWarnings();
     }
     LanguageTranslator translator(language, translationContext);
     QCoreApplication::installTranslator(&translator);
@@ -127,7 +130,8 @@ void QtGui::run(bool visible, const Language& language, const std::string& trans
             &application.get(),
             [&ended] {
                 ended = true;
-                QCoreApplication::quit();
+                // A quit would ask the windows first, and one may refuse.
+                QCoreApplication::exit();
             },
             Qt::QueuedConnection);
     });

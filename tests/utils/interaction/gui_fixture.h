@@ -50,8 +50,9 @@ protected:
             workers.emplace_back([&left, work] {
                 work();
                 if (--left == 0) {
-                    QMetaObject::invokeMethod(QCoreApplication::instance(), &QCoreApplication::quit,
-                                              Qt::QueuedConnection);
+                    // A quit would close every window first.
+                    QMetaObject::invokeMethod(
+                        QCoreApplication::instance(), [] { QCoreApplication::exit(); }, Qt::QueuedConnection);
                 }
             });
         }

@@ -128,16 +128,21 @@ TEST_F(InputDialogs, EndWhenTheyAreDestroyed) {
     EXPECT_TRUE(dialog.isNull());
 }
 
-TEST_F(InputDialogs, EndWhenTheApplicationQuits) {
-    InputDialog dialog;
-    dialog.setResult(3);
-    later(50ms, [] { QCoreApplication::quit(); });
-    later(50ms, [] {
-        InputDialog inner;
-        inner.setResult(4);
-        EXPECT_EQ(inner.exec(), 4);
+TEST_F(InputDialogs, EndWhenTheApplicationQuitsEvenIfTheyAreOpenedThen) {
+    std::vector<int> codes;
+    later(0ms, [&codes] {
+        InputDialog dialog;
+        dialog.setResult(3);
+        later(50ms, [&codes] {
+            QCoreApplication::quit();
+            InputDialog inner;
+            inner.setResult(4);
+            codes.push_back(inner.exec());
+        });
+        codes.push_back(dialog.exec());
     });
-    EXPECT_EQ(dialog.exec(), 3);
+    QApplication::exec();
+    EXPECT_EQ(codes, (std::vector<int>{4, 3}));
 }
 
 } // namespace
