@@ -16,6 +16,7 @@ PACKAGES_LIBRARIES=(
 PACKAGES_RUN=(
     libvulkan1 mesa-vulkan-drivers # Direct3D without a graphics card
     fonts-lato xvfb pci.ids
+    dbus-daemon # tests of what the desktop tells over its bus
 )
 PACKAGES_WINDOWS=(
     g++-mingw-w64-x86-64-posix mingw-w64

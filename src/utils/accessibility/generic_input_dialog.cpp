@@ -72,11 +72,13 @@ GenericInputDialog::GenericInputDialog(InputRequest& request, const std::string&
     form_.layOut(
         *this, [dpi](QSize size) { return dpi == nullptr ? size : dpi->scaledSize(size); },
         screen()->availableSize());
-    setUpTabOrder();
-    if (isScreenReaderRunning()) {
+    const bool readerRuns = isScreenReaderRunning();
+    if (readerRuns) {
         form_.headerLabel->setFocusPolicy(Qt::StrongFocus);
         form_.instructionLabel->setFocusPolicy(Qt::StrongFocus);
-    } else {
+    }
+    setUpTabOrder();
+    if (!readerRuns) {
         setUpFocus();
     }
 }
@@ -125,6 +127,7 @@ void GenericInputDialog::setUpTabOrder() {
     std::vector<QWidget*> order = {form_.headerLabel, form_.instructionScroll, form_.instructionLabel};
     order.insert(order.end(), focusableButtons_.begin(), focusableButtons_.end());
     order.push_back(form_.headerClose);
+    std::erase_if(order, [](const QWidget* widget) { return widget->focusPolicy() == Qt::NoFocus; });
     for (std::size_t i = 1; i < order.size(); ++i) {
         setTabOrder(order[i - 1], order[i]);
     }

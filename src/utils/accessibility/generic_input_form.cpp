@@ -2,6 +2,7 @@
 
 #include "utils/accessibility/text_fitting.h"
 
+#include <QtGui/QKeyEvent>
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QDialog>
 #include <QtWidgets/QLabel>
@@ -31,6 +32,21 @@ constexpr QSize footerGap(8, 0);
 constexpr int borderWidth = 1; // of "border_widget"
 constexpr int focusFrame =
     2; // around a label and a message that scrolls, for where the keyboard can reach them
+
+/// The cross leaves Up and Down to the dialog; a plain button would pass the focus on by itself.
+class CloseButton : public QPushButton {
+public:
+    using QPushButton::QPushButton;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down) {
+            event->ignore();
+        } else {
+            QPushButton::keyPressEvent(event);
+        }
+    }
+};
 
 QWidget* makeArea(QWidget* parent, const char* objectName) {
     auto* area = new QWidget(parent);
@@ -79,7 +95,7 @@ void GenericInputForm::setUp(QDialog& dialog) {
 
     header = makeArea(border, "generic_input_widget_header");
     headerLabel = makeLabel(header, "generic_input_header_label");
-    headerClose = new QPushButton(header);
+    headerClose = new CloseButton(header);
     headerClose->setObjectName("generic_input_header_close");
     headerClose->setAutoDefault(false);
     auto* headerRow = makeLayout<QHBoxLayout>(header, "horizontalLayout");
