@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <limits>
 #include <string>
 
 namespace vexil::simulated {
@@ -59,6 +60,36 @@ TEST(Direct3DSection, ReadsEveryField) {
     EXPECT_EQ(section.sharedMemory, 16U);
     EXPECT_EQ(section.memoryBudget, 3U);
     EXPECT_TRUE(section.oneSurfaceMemory);
+}
+
+TEST(Direct3DSection, ReadsTheFaultsOfTheStressTests) {
+    using Kind = Direct3DFault::Kind;
+    const auto pixel =
+        readFault(R"({"kind": "differingPixel", "from": 2.5, "until": 4, "x": 10, "y": 20, "mask": "0x80"})");
+    EXPECT_EQ(pixel.kind, Kind::differingPixel);
+    EXPECT_EQ(pixel.picture.from, 2.5);
+    EXPECT_EQ(pixel.picture.until, 4);
+    EXPECT_EQ(pixel.picture.x, 10U);
+    EXPECT_EQ(pixel.picture.y, 20U);
+    EXPECT_EQ(pixel.mask, 0x80);
+    const auto always = readFault(R"({"kind": "differingPixel", "x": 0, "y": 0})");
+    EXPECT_EQ(always.picture.from, 0);
+    EXPECT_EQ(always.picture.until, std::numeric_limits<double>::infinity());
+    EXPECT_EQ(always.mask, 1);
+    const auto gone = readFault(R"({"kind": "removedInDrawing", "drawing": 9})");
+    EXPECT_EQ(gone.kind, Kind::removedInDrawing);
+    EXPECT_EQ(gone.number, 9U);
+    EXPECT_EQ(gone.result, 0x887A0005U);
+    const auto lost = readFault(R"({"kind": "lostCall", "call": "OMSetRenderTargets", "number": 2})");
+    EXPECT_EQ(lost.kind, Kind::lostCall);
+    EXPECT_EQ(lost.call, "OMSetRenderTargets");
+    EXPECT_EQ(lost.number, 2U);
+    EXPECT_EQ(readFault(R"({"kind": "failingCall", "call": "CreateSwapChain"})").call, "CreateSwapChain");
+}
+
+TEST(Direct3DSection, RefusesATimeOfAPixelThatEndsBeforeItBegins) {
+    EXPECT_NE(errorOfFault(R"({"kind": "differingPixel", "from": 3, "until": 2, "x": 0, "y": 0})"), "");
+    EXPECT_NE(errorOfFault(R"({"kind": "lostCall", "call": "Map"})"), "") << "it has a result";
 }
 
 TEST(Direct3DSection, ReadsEveryKindOfFault) {
@@ -135,7 +166,8 @@ TEST(Direct3DSection, NamesTheFieldAndTheReasonOfAnError) {
     EXPECT_EQ(errorOfFault(R"({"kind": "fire"})"), "cards[0].direct3d.faults[0].kind: \"fire\" is none of "
                                                    "surfaceAllocation, changedByte, deviceRemoved, "
                                                    "failingCall, noResolveSupport, noDoubles, wrongResult, "
-                                                   "wrongOperand, idleDispatch, wrongPixel, mappedPitch");
+                                                   "wrongOperand, idleDispatch, wrongPixel, mappedPitch, "
+                                                   "differingPixel, removedInDrawing, lostCall");
     EXPECT_TRUE(errorOfFault(R"({"kind": "surfaceAllocation", "surface": 0})")
                     .starts_with("cards[0].direct3d.faults[0].surface: must be a whole number from 1"));
     EXPECT_EQ(errorOfFault(R"({"kind": "changedByte"})"), "cards[0].direct3d.faults[0].surface: is missing");

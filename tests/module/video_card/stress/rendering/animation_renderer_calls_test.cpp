@@ -34,17 +34,17 @@ TEST(AnimationRendererCalls, MakeEachObjectInOrder) {
     window.createRenderer();
     EXPECT_THAT(
         window.card.log->take(),
-        ElementsAreArray({
-            "CreateSwapChain({96, 64, 60, 1, 87, 1, 0, 1, 4294967295, 48, 1, 1, 0, 0})",
+        ElementsAreArray(Lines{
+            "CreateSwapChain({96, 64, 60, 1, 87, 1, 0, 1, 4.2949673e+09, 48, 1, 1, 0, 0})",
             "CreateRenderTargetView(?, {87, 4, 0}) = targetView#1",
-            "CreateShaderResourceView(?, {87, 4, 0, 4294967295}) = resourceView#1",
-            "CreateTexture2D({96, 64, 1, 1, 87, 1, 0, 0, 40, 0, 0}, null) = texture#1",
+            "CreateShaderResourceView(?, {87, 4, 0, 4.2949673e+09}) = resourceView#1",
+            "CreateTexture2D({96, 64, 1, 1, 87, 1, 4.2949673e+09, 0, 40, 0, 0}, null) = texture#1",
             "CreateRenderTargetView(texture#1, {87, 4, 0}) = targetView#2",
-            "CreateShaderResourceView(texture#1, {87, 4, 0, 4294967295}) = resourceView#2",
-            "CreateTexture2D({96, 64, 1, 1, 87, 1, 0, 0, 40, 0, 0}, null) = texture#2",
+            "CreateShaderResourceView(texture#1, {87, 4, 0, 4.2949673e+09}) = resourceView#2",
+            "CreateTexture2D({96, 64, 1, 1, 87, 1, 4.2949673e+09, 0, 40, 0, 0}, null) = texture#2",
             "CreateRenderTargetView(texture#2, {87, 4, 0}) = targetView#3",
             "CreateTexture2D({96, 64, 1, 1, 87, 1, 0, 3, 0, 131072, 0}, null) = texture#3",
-            "CreateTexture2D({96, 64, 1, 1, 45, 1, 4294967295, 0, 64, 0, 0}, null) = texture#4",
+            "CreateTexture2D({96, 64, 1, 1, 45, 1, 4.2949673e+09, 0, 64, 0, 0}, null) = texture#4",
             "CreateDepthStencilState({{0, 1, 2, 1, 255, 255}, {1, 7, 1, 8}, {1, 8, 1, 8}}) = depthState#1",
             "OMSetDepthStencilState(depthState#1, 1)",
             "CreateDepthStencilView(texture#4, {45, 5, 0, 0}) = depthView#1",

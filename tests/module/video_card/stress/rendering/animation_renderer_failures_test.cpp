@@ -74,8 +74,7 @@ TEST(AnimationFrame, WhoseConstantsCannotBeMappedIsDrawnWithoutThem) {
     EXPECT_TRUE(window.renderer->render(0));
     const auto calls = window.card.log->take();
     EXPECT_EQ(calls.at(0), "PSSetConstantBuffers(0, 1, [null])");
-    EXPECT_EQ(calls.at(1), "Map(buffer#2, 0, 4, 0) = 0x80004005");
-    EXPECT_EQ(calls.at(2), "ClearRenderTargetView(targetView#1, [0, 0, 0, 0])");
+    EXPECT_EQ(calls.at(1), "ClearRenderTargetView(targetView#1, [0, 0, 0, 0])") << "no constants are bound";
     EXPECT_EQ(calls.back(), "Present(0, 0)");
 }
 
