@@ -7,6 +7,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -14,6 +15,13 @@
 namespace vexil::host::tests {
 
 using Json = nlohmann::json;
+
+/// A file of this test alone, also beside another process of the same program.
+inline std::filesystem::path ownFile(const std::string& ending) {
+    const std::string test = testing::UnitTest::GetInstance()->current_test_info()->name();
+    return std::filesystem::path(testing::TempDir()) /
+           (test + std::to_string(std::random_device()()) + ending);
+}
 
 /// A machine of one card with these faults and sensors.
 class OneCard {
@@ -26,7 +34,7 @@ public:
                            {"location", "01:00.0"},
                            {"direct3d", {{"faults", faults}}},
                            {"nvapi", nvapi}};
-        std::ofstream(file_) << Json{{"schema", "vexil.scenario/1"}, {"cards", {card}}};
+        std::ofstream(file_) << Json{{"schema", "vexil.scenario/1"}, {"cards", Json::array({card})}};
     }
     OneCard(const OneCard&) = delete;
     OneCard& operator=(const OneCard&) = delete;
@@ -35,9 +43,7 @@ public:
     [[nodiscard]] std::string machine() const { return "simulated:" + file_.string(); }
 
 private:
-    std::filesystem::path file_ =
-        std::filesystem::path(testing::TempDir()) /
-        (std::string(testing::UnitTest::GetInstance()->current_test_info()->name()) + ".scenario.json");
+    std::filesystem::path file_ = ownFile(".scenario.json");
 };
 
 /// Sensors that answer.
@@ -53,9 +59,7 @@ struct StressRun {
 /// The test of that id for so many minutes, with further options.
 inline StressRun runStress(const std::string& machine, const std::string& test, const std::string& minutes,
                            const std::vector<std::string>& options = {}) {
-    const auto file =
-        std::filesystem::path(testing::TempDir()) /
-        (std::string(testing::UnitTest::GetInstance()->current_test_info()->name()) + ".report.json");
+    const auto file = ownFile(".report.json");
     std::vector<std::string> arguments = {
         "--machine",           machine,    "run",        "--card", "0100", "--tests", test, "--set",
         "DURATION=" + minutes, "--report", file.string()};

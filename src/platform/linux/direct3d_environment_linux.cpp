@@ -32,7 +32,8 @@ bool startWindowSystem() {
 
 const char* prepare() {
     setenv("DXVK_WSI_DRIVER", "SDL2", 0);
-    // The library would otherwise leave log files in the user's working directory.
+    // The library would otherwise leave log files and a cache of shaders in the user's working directory.
+    setenv("DXVK_STATE_CACHE", "disable", 0);
     setenv("DXVK_LOG_PATH", "none", 0);
     setenv("DXVK_LOG_LEVEL", "none", 0);
     // Without a display the second one answers to the window system's name, so that the Direct3D library

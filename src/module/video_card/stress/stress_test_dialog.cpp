@@ -49,6 +49,8 @@ StressTestDialog::StressTestDialog(const StressRun& run, const LoadController& l
                                    QWidget* parent, QObject* eventFilter,
                                    const TestParameterScreenDimensions& dimensions, float scale)
     : InputDialog(parent, eventFilter) {
+    // The other dialogs are seen through at their corners. Here the card's pictures would not be seen at all.
+    setAttribute(Qt::WA_TranslucentBackground, false);
     winId(); // the native window, which the swap chain needs, is there from now on
     QCoreApplication::postEvent(this, new QEvent(shownEvent));
     const auto geometry = geometryOf(dimensions);

@@ -1,4 +1,5 @@
 #include "core/sal.h"
+#include "module/video_card/direct3d/com_create.h"
 #include "module/video_card/stress/rendering/d3d11_animation_renderer.h"
 #include "module/video_card/stress/rendering/d3d11_offscreen_renderer.h"
 #include "module/video_card/stress/rendering/quad_objects.h"
@@ -6,7 +7,11 @@
 #include "module/video_card/stress/stress_services.h"
 #include "platform/swap_chain_window.h"
 
+#include <array>
+#include <chrono>
+#include <cstddef>
 #include <exception>
+#include <thread>
 #include <utility>
 
 namespace vexil::module::video_card {
@@ -17,16 +22,61 @@ constexpr std::uint32_t offscreenWidth = 1920;
 constexpr std::uint32_t offscreenHeight = 1080;
 constexpr std::uint32_t sphereSegments = 100;
 
+/// Waits for the frame before the last one. Nothing else holds a renderer without a window back: its driver
+/// would put frames by the dozen on the card's list, and a run would end long after its time.
+class FrameLimit {
+public:
+    explicit FrameLimit(const Dx11Context& dx11) : dx11_(dx11) {
+        for (auto& query : queries_) {
+            static constexpr D3D11_QUERY_DESC description{D3D11_QUERY_EVENT, 0};
+            static_cast<void>(
+                createCom(query, [&](auto out) { return dx11.device->CreateQuery(&description, out); }));
+        }
+    }
+
+    /// Behind each frame.
+    void frameDrawn() {
+        auto& query = queries_[frames_ % queries_.size()];
+        if (!query) {
+            return; // a card that keeps no account is not held back
+        }
+        dx11_.context->End(query.get());
+        ++frames_;
+        auto& earlier = queries_[frames_ % queries_.size()];
+        if (frames_ < queries_.size() || !earlier) {
+            return;
+        }
+        BOOL done = FALSE;
+        while (dx11_.context->GetData(earlier.get(), &done, sizeof done, 0) == S_FALSE &&
+               dx11_.device->GetDeviceRemovedReason() == S_OK) {
+            std::this_thread::sleep_for(std::chrono::microseconds(100));
+        }
+    }
+
+private:
+    Dx11Context dx11_;
+    std::array<ComShared<ID3D11Query>, 2> queries_;
+    std::size_t frames_ = 0;
+};
+
 class SphereScene final : public WireframeScene {
 public:
-    explicit SphereScene(std::shared_ptr<D3D11OffscreenRenderer> renderer) : renderer_(std::move(renderer)) {}
+    SphereScene(const Dx11Context& dx11, std::shared_ptr<D3D11OffscreenRenderer> renderer)
+        : renderer_(std::move(renderer)), limit_(dx11) {}
 
     void advanceTime() override { renderer_->advanceTime(); }
-    bool renderFrame() override { return renderer_->renderFrame(); }
+    bool renderFrame() override {
+        const bool drawn = renderer_->renderFrame();
+        if (drawn) {
+            limit_.frameDrawn();
+        }
+        return drawn;
+    }
     D3D11Renderer& renderer() override { return *renderer_; }
 
 private:
     std::shared_ptr<D3D11OffscreenRenderer> renderer_;
+    FrameLimit limit_;
 };
 
 std::unique_ptr<WireframeScene> createSphereScene(const Dx11Context& dx11) {
@@ -37,7 +87,7 @@ std::unique_ptr<WireframeScene> createSphereScene(const Dx11Context& dx11) {
             return nullptr;
         }
         renderer->setObjects(std::move(objects));
-        return std::make_unique<SphereScene>(std::move(renderer));
+        return std::make_unique<SphereScene>(dx11, std::move(renderer));
     } catch (const std::exception&) {
         return nullptr;
     }

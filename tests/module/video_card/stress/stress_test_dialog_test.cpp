@@ -107,6 +107,8 @@ TEST_F(StressWindow, IsWithoutFrameAboveAllAndLeftToTheCard) {
     EXPECT_TRUE(dialog.testAttribute(Qt::WA_NoSystemBackground));
     EXPECT_TRUE(dialog.testAttribute(static_cast<Qt::WidgetAttribute>(121)));
     EXPECT_FALSE(dialog.testAttribute(Qt::WA_DeleteOnClose));
+    EXPECT_FALSE(dialog.testAttribute(Qt::WA_TranslucentBackground))
+        << "the card's pictures would not be seen";
     EXPECT_EQ(dialog.paintEngine(), nullptr);
     EXPECT_EQ(dialog.cursor().shape(), Qt::BlankCursor);
     EXPECT_EQ(dialog.focusPolicy(), Qt::NoFocus);
