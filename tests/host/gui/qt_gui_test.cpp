@@ -7,6 +7,8 @@
 #include "support/time_bound.h"
 #include "utils/interaction/gui_thread.h"
 
+#include <QtCore/QEventLoop>
+#include <QtCore/QTimer>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
 
@@ -82,18 +84,23 @@ TEST_F(QtGuis, GoOnUntilTheWorkEndsEvenIfTheApplicationIsAskedToQuit) {
     EXPECT_TRUE(answered);
 }
 
-TEST_F(QtGuis, GoOnWhenTheLastWindowIsClosed) {
-    bool answered = false;
+TEST_F(QtGuis, LeaveAnOpenDialogAloneWhenTheLastWindowIsClosed) {
+    bool waited = false;
     run([&](GuiSession&) {
-        utils::runOnGuiThread([] {
+        utils::runOnGuiThread([&waited] {
             QWidget window;
             window.show();
             window.close();
+            // As the loop of a dialog that is about to be shown.
+            QEventLoop loop;
+            QTimer::singleShot(std::chrono::milliseconds(200), &loop, [&] {
+                waited = true;
+                loop.quit();
+            });
+            loop.exec();
         });
-        std::this_thread::sleep_for(std::chrono::milliseconds(100));
-        utils::runOnGuiThread([&answered] { answered = QCoreApplication::instance() != nullptr; });
     });
-    EXPECT_TRUE(answered);
+    EXPECT_TRUE(waited);
 }
 
 TEST_F(QtGuis, KeepOneWindowOfTheHostsNameHiddenUntilATestNeedsIt) {
@@ -123,8 +130,12 @@ TEST_F(QtGuis, AnswerTheModulesKeysInTheHostsLanguage) {
 }
 
 TEST_F(QtGuis, LeaveTheNumberFormatOfTheProgramAlone) {
-    // Where the machine lacks that language, Qt finds no other format either.
-    platform::setEnvironmentVariable("LC_ALL", "de_DE.UTF-8");
+    constexpr const char* withComma = "de_DE.UTF-8";
+    if (std::setlocale(LC_NUMERIC, withComma) == nullptr) {
+        GTEST_SKIP() << "The machine has no German number format";
+    }
+    std::setlocale(LC_NUMERIC, "C");
+    platform::setEnvironmentVariable("LC_ALL", withComma);
     run([](GuiSession&) { EXPECT_STREQ(std::localeconv()->decimal_point, "."); });
     platform::setEnvironmentVariable("LC_ALL", "");
 }

@@ -3,6 +3,7 @@
 
 #include "utils/interaction/gui_fixture.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace vexil::utils {
@@ -72,6 +73,11 @@ TEST_F(CustomInteraction, ShowsEveryWindowOfThatNameAndHidesTheLast) {
     for (auto& window : windows) {
         window.setAccessibleName("Default - Window");
     }
+    const auto widgets = QApplication::allWidgets();
+    const auto last = std::find_if(widgets.rbegin(), widgets.rend(), [](const QWidget* widget) {
+        return widget->accessibleName() == "Default - Window";
+    });
+    ASSERT_NE(last, widgets.rend());
     QWidget* host = nullptr;
     present([&](QWidget* parent, InputRequestCloser*, std::int32_t) {
         host = parent;
@@ -80,6 +86,7 @@ TEST_F(CustomInteraction, ShowsEveryWindowOfThatNameAndHidesTheLast) {
         }
         return std::uint32_t{0};
     });
+    EXPECT_EQ(host, *last);
     for (const auto& window : windows) {
         EXPECT_EQ(window.isVisible(), &window != host);
     }
