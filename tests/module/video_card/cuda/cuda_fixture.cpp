@@ -86,6 +86,26 @@ void CudaTest::configure(const simulated::CudaCardSection& card, std::int32_t dr
     forgetCards();
 }
 
+void CudaTest::configureWithoutLaunches(std::uint32_t testedMiB) {
+    auto card = cardWith(testedMiB);
+    card.failingLaunches.first = 1;
+    configure(card);
+}
+
+unsigned CudaTest::launchesOf(CudaTestId id) {
+    cancel = 0;
+    events->flags = 0;
+    configureWithoutLaunches(17);
+    EXPECT_EQ(run(id), core::TestResult::Passed);
+    const auto launches = static_cast<unsigned>(driver().state(0).launches);
+    EXPECT_GE(launches, 3U);
+    return launches;
+}
+
+void CudaTest::expectReleased() {
+    EXPECT_EQ(driver().state(0).allocations, std::vector<std::uint64_t>{}) << "the card holds nothing";
+}
+
 std::shared_ptr<module::video_card::Device> CudaTest::deviceWithoutCuda() { return makeDevice(false); }
 
 std::unique_ptr<core::Test> CudaTest::makeCudaTest(CudaTestId id) {

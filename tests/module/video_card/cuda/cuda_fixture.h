@@ -68,6 +68,13 @@ protected:
 
     [[nodiscard]] static std::shared_ptr<module::video_card::Device> deviceWithoutCuda();
 
+    /// A card on which everything works but the launches, which do nothing: fast, and whatever is done around
+    /// them happens.
+    static void configureWithoutLaunches(std::uint32_t testedMiB);
+    /// How many launches, and so polls, an undisturbed run makes over 17 MiB.
+    unsigned launchesOf(CudaTestId id);
+    static void expectReleased();
+
     /// Runs a test on the card; the reporter and the flags are those of the fixture.
     std::uint8_t run(CudaTestId id);
     [[nodiscard]] core::TestRunArguments arguments();

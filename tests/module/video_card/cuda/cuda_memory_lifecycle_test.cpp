@@ -1,6 +1,5 @@
 // The life of one run of a memory test: the gates before it, the allocation, every way out.
 #include "cuda_fixture.h"
-#include "probed_test.h"
 
 #include "support/plain_test.h"
 
@@ -17,27 +16,7 @@ using Sizes = std::vector<std::uint64_t>;
 
 } // namespace
 
-class CudaMemoryLifecycle : public CudaTest {
-protected:
-    /// Runs with everything but the launches, which do nothing: fast, and whatever is done around them
-    /// happens.
-    void configureWithoutLaunches(std::uint32_t testedMiB) {
-        auto card = cardWith(testedMiB);
-        card.failingLaunches.first = 1;
-        configure(card);
-    }
-    /// How many launches, and so polls, an undisturbed run makes over 17 MiB.
-    unsigned launchesOf(CudaTestId id) {
-        cancel = 0;
-        events->flags = 0;
-        configureWithoutLaunches(17);
-        EXPECT_EQ(run(id), core::TestResult::Passed);
-        const auto launches = static_cast<unsigned>(driver().state(0).launches);
-        EXPECT_GE(launches, 3U);
-        return launches;
-    }
-    void expectReleased() { EXPECT_EQ(driver().state(0).allocations, Sizes{}); }
-};
+class CudaMemoryLifecycle : public CudaTest {};
 
 TEST_F(CudaMemoryLifecycle, PassesOnAHealthyCardAndLeavesNothingOnIt) {
     for (const CudaTestId id : allCudaTests) {
@@ -256,144 +235,6 @@ TEST_F(CudaMemoryLifecycle, RunsWithoutAnEventState) {
     for (const CudaTestId id : allCudaTests) {
         EXPECT_EQ(run(id), core::TestResult::Passed);
     }
-}
-
-TEST_F(CudaMemoryLifecycle, ReportsMemoryThatCannotBeReleasedAtEveryPollOfTheBody) {
-    struct Failure {
-        std::uint64_t nthFree;
-        Sizes left;
-    };
-    // The flag is freed first, and a failure there leaves the block as well.
-    const Failure failures[] = {{1, {17 * mebibyte, 1}}, {2, {17 * mebibyte}}};
-    for (const CudaTestId id : memoryTests) {
-        const unsigned launches = launchesOf(id);
-        for (unsigned nth = 1; nth <= launches; nth += launches > 10 ? 9 : 1) {
-            for (const Failure& failure : failures) {
-                for (const bool byEvent : {false, true}) {
-                    SCOPED_TRACE(testing::Message() << "test " << id << " at launch " << nth);
-                    auto card = cardWith(17);
-                    card.failingLaunches.first = 1;
-                    card.failingFrees = {failure.nthFree, 1};
-                    configure(card);
-                    reporter = {};
-                    cancel = 0;
-                    events->flags = 0;
-                    at("cuCtxSynchronize", nth,
-                       [&] { byEvent ? void(events->flags = 0x02) : void(cancel = 1); });
-                    EXPECT_EQ(run(id), core::TestResult::CleanupFailed);
-                    EXPECT_EQ(reporter.messages, Events{"FAILED_TO_FREE_GPU_MEMORY"});
-                    EXPECT_EQ(driver().state(0).allocations, failure.left);
-                    EXPECT_EQ(driver().state(0).retained, 1) << "the device is not reset";
-                }
-            }
-        }
-    }
-}
-
-TEST_F(CudaMemoryLifecycle, ReportsMemoryThatCannotBeReleasedAtTheEnd) {
-    for (const CudaTestId id : memoryTests) {
-        for (const std::uint64_t nthFree : {1U, 2U}) {
-            auto card = cardWith(16);
-            card.failingFrees.first = nthFree;
-            configure(card);
-            reporter = {};
-            EXPECT_EQ(run(id), core::TestResult::CleanupFailed);
-            EXPECT_EQ(reporter.messages, Events{"FAILED_TO_FREE_GPU_MEMORY"});
-        }
-    }
-}
-
-TEST_F(CudaMemoryLifecycle, LetsAWrongWordOutrankMemoryThatCannotBeReleased) {
-    for (const CudaTestId id : memoryTests) {
-        auto card = cardWith(16);
-        // Every word that a test looks at, all bits: at 4 MiB, in each phase of the patterns.
-        for (std::uint64_t word = 0; word < 20; ++word) {
-            card.shortedWords.push_back({4 * mebibyte + word * 4, 8 * mebibyte});
-        }
-        card.failingFrees.first = 1;
-        configure(card);
-        reporter = {};
-        EXPECT_EQ(run(id), core::TestResult::Failed) << id;
-        EXPECT_EQ(reporter.messages, (Events{"FAILED_TO_FREE_GPU_MEMORY", "CUDA_MEMORY_TEST_PATTERN_FAIL"}));
-    }
-}
-
-TEST_F(CudaMemoryLifecycle, EndsWithoutVerdictWhenTheFlagCannotBeReadBack) {
-    constexpr const char* error = "CUDA_MEMORY_TEST_COMMUNICATION_ERROR";
-    for (const CudaTestId id : memoryTests) {
-        SCOPED_TRACE(id);
-        auto card = cardWith(16);
-        card.failingCopiesFromCard.first = 1;
-        configure(card);
-        reporter = {};
-        EXPECT_EQ(run(id), core::TestResult::NotCompleted);
-        expectReleased();
-        // Two of the tests show the progress before they add the message, the others after it.
-        const Events tail(reporter.events.end() - 3, reporter.events.end());
-        const bool progressFirst = id == moduloX || id == randomSequence;
-        EXPECT_EQ(tail, progressFirst ? (Events{"100", error, "100"}) : (Events{error, "100", "100"}));
-
-        card.failingFrees.first = 2;
-        configure(card);
-        reporter = {};
-        EXPECT_EQ(run(id), core::TestResult::CleanupFailed);
-        EXPECT_EQ(reporter.messages, Events{"FAILED_TO_FREE_GPU_MEMORY"});
-    }
-}
-
-TEST_F(CudaMemoryLifecycle, EndsWithoutVerdictWhenTheRandomReferenceCannotBeUploaded) {
-    auto card = cardWith(16);
-    card.failingCopiesToCard.first = 2; // the flag is the first
-    configure(card);
-    EXPECT_EQ(run(randomSequence), core::TestResult::NotCompleted);
-    EXPECT_EQ(reporter.events, (Events{"100", "CUDA_MEMORY_TEST_COMMUNICATION_ERROR", "100"}));
-    expectReleased();
-    EXPECT_EQ(driver().state(0).launches, 0U);
-
-    card.failingFrees.first = 1;
-    configure(card);
-    reporter = {};
-    EXPECT_EQ(run(randomSequence), core::TestResult::CleanupFailed);
-    EXPECT_EQ(reporter.messages, Events{"FAILED_TO_FREE_GPU_MEMORY"});
-}
-
-TEST_F(CudaMemoryLifecycle, BeginsWithNothingAllocatedAndTheFlagOfTheHost) {
-    ProbedTest test;
-    EXPECT_TRUE(test.patternOk_);
-    EXPECT_EQ(test.devicePatternOk_, reinterpret_cast<std::uint8_t*>(&test.patternOk_));
-    EXPECT_EQ(test.memoryBegin_, nullptr);
-    EXPECT_EQ(test.testedMiB_, 0U);
-}
-
-TEST_F(CudaMemoryLifecycle, ForgetsItsMemoryAtTheReleaseButNotTheBoundsOfTheBlock) {
-    ProbedTest test;
-    EXPECT_EQ(test.execute(arguments()), core::TestResult::Passed);
-    EXPECT_EQ(test.devicePatternOk_, nullptr);
-    EXPECT_EQ(test.memoryBegin_, nullptr);
-    EXPECT_EQ(test.memoryEnd_, test.begin + 20 * mebibyte);
-    EXPECT_EQ(test.testedMiB_, 20U);
-}
-
-TEST_F(CudaMemoryLifecycle, KeepsTheBlockInHandWhenItCannotBeFreed) {
-    auto card = cardWith(16);
-    card.failingFrees = {2, 1};
-    configure(card);
-    ProbedTest test;
-    EXPECT_EQ(test.execute(arguments()), core::TestResult::CleanupFailed);
-    EXPECT_EQ(test.devicePatternOk_, nullptr);
-    EXPECT_EQ(test.memoryBegin_, test.begin);
-    EXPECT_TRUE(test.releaseAll()) << "a flag that is gone is no obstacle";
-    expectReleased();
-}
-
-TEST_F(CudaMemoryLifecycle, ServesOneRunSinceTheFlagIsNeverSetBack) {
-    auto broken = cardWith(16);
-    broken.stuckBits.push_back({mebibyte, 3, true});
-    configure(broken);
-    const auto test = makeCudaTest(memoryFault);
-    EXPECT_EQ(test->execute(arguments()), core::TestResult::Failed);
-    configure(cardWith(16));
-    EXPECT_EQ(test->execute(arguments()), core::TestResult::Failed) << "on a card that has nothing";
 }
 
 } // namespace vexil::tests

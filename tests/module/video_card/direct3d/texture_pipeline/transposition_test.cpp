@@ -114,6 +114,13 @@ TEST_F(Transposition, FindsTheFirstErrorInTheOrderOfThePattern) {
     EXPECT_EQ(firstError(), 2U * 1024 + 1000);
 }
 
+TEST_F(Transposition, FindsAnErrorInTheFirstRow) {
+    picture_[transposedIndex(5)] ^= 1;
+    EXPECT_EQ(firstError(), 5U);
+    picture_.front() ^= 1;
+    EXPECT_EQ(firstError(), 0U);
+}
+
 TEST_F(Transposition, FindsAnErrorInTheLastPixel) {
     picture_.back() ^= 0x80000000;
     EXPECT_EQ(firstError(), patternPixels - 1);
