@@ -43,6 +43,7 @@ int main(int count, char** values) {
         platform::hasDisplayController(),
         cancelRequested,
         vexil::host::missingDirect3dLibrary,
+        vexil::host::systemLogPlace,
         gui.get(),
     };
     return vexil::host::runHost(platform::commandLineArguments(count, values), environment);
