@@ -70,6 +70,7 @@ protected:
                                           true,
                                           cancel_,
                                           [this] { return missingDirect3d_; },
+                                          systemLogPlace,
                                           hasGui_ ? &gui_ : nullptr};
         const int code = runHost(arguments, environment);
         return {code, out.str(), err.str()};
