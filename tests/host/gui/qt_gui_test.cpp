@@ -7,8 +7,6 @@
 #include "support/time_bound.h"
 #include "utils/interaction/gui_thread.h"
 
-#include <QtCore/QEventLoop>
-#include <QtCore/QTimer>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
 
@@ -82,25 +80,6 @@ TEST_F(QtGuis, GoOnUntilTheWorkEndsEvenIfTheApplicationIsAskedToQuit) {
         utils::runOnGuiThread([&answered] { answered = true; });
     });
     EXPECT_TRUE(answered);
-}
-
-TEST_F(QtGuis, LeaveAnOpenDialogAloneWhenTheLastWindowIsClosed) {
-    bool waited = false;
-    run([&](GuiSession&) {
-        utils::runOnGuiThread([&waited] {
-            QWidget window;
-            window.show();
-            window.close();
-            // As the loop of a dialog that is about to be shown.
-            QEventLoop loop;
-            QTimer::singleShot(std::chrono::milliseconds(200), &loop, [&] {
-                waited = true;
-                loop.quit();
-            });
-            loop.exec();
-        });
-    });
-    EXPECT_TRUE(waited);
 }
 
 TEST_F(QtGuis, KeepOneWindowOfTheHostsNameHiddenUntilATestNeedsIt) {
