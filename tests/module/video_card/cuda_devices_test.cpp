@@ -74,6 +74,7 @@ TEST(CudaDriverGate, PassesVersion113AndNothingBelowIt) {
     EXPECT_FALSE(isCudaDriverOutOfDate(11040));
     EXPECT_FALSE(isCudaDriverOutOfDate(12000));
     EXPECT_FALSE(isCudaDriverOutOfDate(13000));
+    EXPECT_TRUE(isCudaDriverOutOfDate(11120)) << "only the last two digits are the minor version";
 }
 
 } // namespace

@@ -55,6 +55,8 @@ TEST_F(DeviceTest, WritesItsLocationInWordsAndDecimalNumbers) {
               core::KeyValue("LOCATION", "PCI bus 1, device 0, function 0"));
     EXPECT_EQ(make(record("GeForce", "10DE", "ff:1f.7"))->rows()[1],
               core::KeyValue("LOCATION", "PCI bus 255, device 31, function 7"));
+    EXPECT_EQ(make(record("GeForce", "10DE", "10:10.f"))->rows()[1],
+              core::KeyValue("LOCATION", "PCI bus 16, device 16, function 15"));
 }
 
 TEST_F(DeviceTest, ShowsAKnownNameTidied) {
