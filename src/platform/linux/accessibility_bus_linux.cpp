@@ -16,19 +16,25 @@ constexpr const char* portalService = "org.freedesktop.portal.Desktop";
 constexpr const char* portalPath = "/org/freedesktop/portal/desktop";
 constexpr const char* portalSettings = "org.freedesktop.portal.Settings";
 
-/// Without a bus the library would start one of its own for this process alone.
-bool hasBus() {
-    return qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS") ||
-           QFileInfo::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + "/bus");
+/// Nothing without a bus: the library would start one for this process alone. Nothing either after the bus
+/// has ended, which the library does not take.
+std::optional<QDBusConnection> sessionBus() {
+    if (!qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS") &&
+        !QFileInfo::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + "/bus")) {
+        return std::nullopt;
+    }
+    const auto bus = QDBusConnection::sessionBus();
+    return bus.isConnected() ? std::optional(bus) : std::nullopt;
 }
 
 /// The first value of the answer, out of all its wrappings. Invalid without one.
 QVariant ask(QDBusMessage question) {
-    if (!hasBus()) {
+    const auto bus = sessionBus();
+    if (!bus) {
         return {};
     }
     question.setAutoStartService(false);
-    const auto answer = QDBusConnection::sessionBus().call(question, QDBus::Block, patienceMilliseconds);
+    const auto answer = bus->call(question, QDBus::Block, patienceMilliseconds);
     if (answer.type() != QDBusMessage::ReplyMessage || answer.arguments().isEmpty()) {
         return {};
     }
@@ -65,9 +71,8 @@ std::optional<bool> wantsHighContrast() {
 }
 
 void connectSettingsChanged(QObject& receiver, const char* slot) {
-    if (hasBus()) {
-        QDBusConnection::sessionBus().connect(portalService, portalPath, portalSettings, "SettingChanged",
-                                              &receiver, slot);
+    if (auto bus = sessionBus()) {
+        bus->connect(portalService, portalPath, portalSettings, "SettingChanged", &receiver, slot);
     }
 }
 

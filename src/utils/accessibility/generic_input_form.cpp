@@ -30,8 +30,8 @@ constexpr QSize footerGap(8, 0);
 } // namespace measure
 
 constexpr int borderWidth = 1; // of "border_widget"
-constexpr int focusFrame =
-    2; // around a label and a message that scrolls, for where the keyboard can reach them
+constexpr int labelFrame = 4;  // around a text, where the focus of a screen reader shows, and its gap to it
+constexpr int scrollFrame = 2; // around a message that scrolls, likewise
 
 /// The cross leaves Up and Down to the dialog; a plain button would pass the focus on by itself.
 class CloseButton : public QPushButton {
@@ -61,7 +61,7 @@ QLabel* makeLabel(QWidget* parent, const char* objectName) {
     label->setTextFormat(Qt::PlainText); // a translation is a text, whatever stands in it
     label->setWordWrap(true);
     label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    label->setIndent(0); // which would follow from the focus frame
+    label->setIndent(0); // which would follow from the frame
     return label;
 }
 
@@ -78,10 +78,10 @@ Layout* makeLayout(QWidget* parent, const char* objectName) {
 void showText(QLabel& label, const QString& text, int width) {
     label.ensurePolished();
     const QFontMetrics metrics(label.font());
-    const int inside = width - 2 * focusFrame;
+    const int inside = width - 2 * labelFrame;
     const QString breakable = breakableText(text, metrics, inside);
     label.setText(breakable);
-    label.setFixedHeight(wrappedHeight(breakable, metrics, inside) + 2 * focusFrame);
+    label.setFixedHeight(wrappedHeight(breakable, metrics, inside) + 2 * labelFrame);
 }
 
 } // namespace
@@ -172,17 +172,18 @@ void GenericInputForm::layOut(QDialog& dialog, const Scale& scale, QSize room) {
     const int inside = width - 2 * (borderWidth + margin.width());
 
     const QSize close = scale(measure::close);
-    header->layout()->setContentsMargins(margin.width(), margin.height(), margin.width() - close.width() / 4,
-                                         0);
+    // The texts stand on the margins, their frames outside of them.
+    header->layout()->setContentsMargins(margin.width() - labelFrame, margin.height(),
+                                         margin.width() - close.width() / 4, 0);
     header->layout()->setSpacing(gap.width());
     headerClose->setFixedSize(close.height(), close.height());
-    showText(*headerLabel, title_, inside + close.width() / 4 - close.height() - gap.width());
+    showText(*headerLabel, title_, inside + labelFrame + close.width() / 4 - close.height() - gap.width());
 
     const QSize iconSize = scale(measure::icon);
     instruction->layout()->setContentsMargins(margin.width(), gap.height(), margin.width(), margin.height());
-    instruction->layout()->setSpacing(gap.width());
+    instruction->layout()->setSpacing(gap.width() - labelFrame - scrollFrame);
     icon->setFixedSize(iconSize.height(), iconSize.height());
-    const int textWidth = inside - iconSize.height() - gap.width() - 2 * focusFrame;
+    const int textWidth = inside - iconSize.height() - gap.width() + labelFrame - scrollFrame;
     showText(*instructionLabel, message_, textWidth);
 
     footerLayout->setContentsMargins(footerMargin.width(), footerMargin.height(), footerMargin.width(),
@@ -191,7 +192,7 @@ void GenericInputForm::layOut(QDialog& dialog, const Scale& scale, QSize room) {
 
     const int others = 2 * borderWidth + header->sizeHint().height() + gap.height() + margin.height() +
                        footer->sizeHint().height();
-    const int wanted = std::max(instructionLabel->height() + 2 * focusFrame, iconSize.height());
+    const int wanted = std::max(instructionLabel->height() + 2 * scrollFrame, iconSize.height());
     const bool scrolls = others + wanted > room.height();
     if (scrolls) {
         const int bar = instructionScroll->verticalScrollBar()->sizeHint().width();

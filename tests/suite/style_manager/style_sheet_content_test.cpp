@@ -93,6 +93,20 @@ TEST(StyleSheetContent, ShowsFocusPointerPressAndDisabledStateOfEveryButton) {
     }
 }
 
+TEST(StyleSheetContent, KeepsTheCrossUnderThePointerReadableInHighContrast) {
+    test::FakeDialogEnvironment environment;
+    environment.fakeDesktop.useDarkOnLight();
+    InputRequest request;
+    const GenericInputDialog dialog(request, "");
+    for (const auto& rule : parseStyleSheet(dialog.styleSheet().toStdString())) {
+        if (rule.selector.find("header_close") != std::string::npos) {
+            const auto ground = rule.properties.find("background-color");
+            ASSERT_NE(ground, rule.properties.end()) << rule.selector;
+            EXPECT_EQ(ground->second, "#ffffff") << rule.selector << ": the picture is #000000";
+        }
+    }
+}
+
 TEST(StyleSheetContent, NamesPicturesThatStandAtTheRootOfTheResources) {
     const auto values = pictureValues();
     EXPECT_EQ(values.size(), 5U);

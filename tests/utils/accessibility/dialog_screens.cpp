@@ -116,10 +116,11 @@ double contrastIn(const QImage& picture, const QWidget& widget, const QWidget& d
 
 void expectNothingClipped(const QWidget& dialog) {
     for (const QLabel* label : dialog.findChildren<QLabel*>()) {
-        const int needed = label->heightForWidth(label->width());
-        if (!label->text().isEmpty()) {
-            EXPECT_GE(label->height(), needed) << label->objectName().toStdString();
-        }
+        const QRect room = label->rect().adjusted(4, 4, -4, -4); // inside of the frame
+        const QRect text = label->fontMetrics().boundingRect(QRect(0, 0, room.width(), 1 << 20),
+                                                             Qt::TextWordWrap, label->text());
+        EXPECT_GE(room.height(), text.height()) << label->objectName().toStdString();
+        EXPECT_GE(room.width(), text.width()) << label->objectName().toStdString();
     }
     for (const QPushButton* button : dialog.findChildren<QPushButton*>()) {
         EXPECT_GE(button->width(), button->fontMetrics().horizontalAdvance(button->text()) + 8)
@@ -236,6 +237,32 @@ TEST(DialogScreens, TextsThatAreTooLong) {
         }
         ASSERT_TRUE(
             sheetOf(pictures).save(folder.filePath(QString("long_%1_%2.png").arg(mode.name, dpiName()))));
+    }
+}
+
+TEST(DialogScreens, FocusOnTheTextsForAScreenReader) {
+    const test::KeyTranslator texts("VIDEO_CARD", {{"OK", "OK"}});
+    for (const auto& mode : modes) {
+        test::FakeDialogEnvironment environment;
+        mode.use(environment.fakeDesktop);
+        environment.fakeDesktop.narrator = true;
+        InputRequest request;
+        request.title = icons[0].title;
+        request.text = icons[0].message;
+        GenericInputDialog dialog(request, "VIDEO_CARD");
+        show(dialog);
+        std::vector<QImage> pictures = {pictureOf(dialog)};
+        for (const char* name : {"generic_input_instruction_label", "generic_input_button_ok"}) {
+            dialog.findChild<QWidget*>(name)->setFocus(Qt::TabFocusReason);
+            QCoreApplication::processEvents();
+            pictures.push_back(pictureOf(dialog));
+        }
+        expectNothingClipped(dialog);
+        EXPECT_NE(pictures[0], pictures[1]);
+        EXPECT_NE(pictures[1], pictures[2]);
+        EXPECT_NE(pictures[2], pictures[0]);
+        ASSERT_TRUE(
+            sheetOf(pictures).save(folder.filePath(QString("reader_%1_%2.png").arg(mode.name, dpiName()))));
     }
 }
 

@@ -348,13 +348,15 @@ TEST_F(GenericInputDialogTest, IsAsHighAsItsMessageNeeds) {
         text += "A message of many words takes many lines. ";
     }
     request.text = text;
-    const GenericInputDialog high(request, "A_CONTEXT");
+    GenericInputDialog high(request, "A_CONTEXT");
+    high.show();
+    test::runEvents(std::chrono::milliseconds(1));
     EXPECT_GT(high.height(), low);
     EXPECT_EQ(high.width(), dialog->width());
     const auto* label = high.findChild<QLabel*>("generic_input_instruction_label");
     const QFontMetrics metrics(label->font());
     const int needed =
-        metrics.boundingRect(QRect(0, 0, label->width() - 4, 10000), Qt::TextWordWrap, label->text())
+        metrics.boundingRect(QRect(0, 0, label->width() - 8, 10000), Qt::TextWordWrap, label->text())
             .height();
     EXPECT_GE(label->height(), needed);
     EXPECT_LE(label->height(), needed + 2 * metrics.lineSpacing());
@@ -381,11 +383,12 @@ TEST_F(GenericInputDialogTest, BreaksAWordThatIsWiderThanTheBoxAndKeepsItsNameWh
     const std::string path = "/" + std::string(300, 'w');
     request.text = path;
     dialog = std::make_unique<GenericInputDialog>(request, "A_CONTEXT");
+    show();
     const auto* label = find<QLabel>("generic_input_instruction_label");
     const QFontMetrics metrics(label->font());
     EXPECT_LE(
-        metrics.boundingRect(QRect(0, 0, label->width() - 4, 10000), Qt::TextWordWrap, label->text()).width(),
-        label->width() - 4);
+        metrics.boundingRect(QRect(0, 0, label->width() - 8, 10000), Qt::TextWordWrap, label->text()).width(),
+        label->width() - 8);
     EXPECT_EQ(label->accessibleName().toStdString(), path);
 }
 

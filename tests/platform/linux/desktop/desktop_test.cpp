@@ -82,6 +82,16 @@ TEST_F(LinuxDesktopBus, TellsAChangeOfSettings) {
     EXPECT_EQ(changes, 1) << "the owner is gone";
 }
 
+TEST_F(LinuxDesktopBus, SurvivesTheEndOfTheBus) {
+    ASSERT_EQ(desktop.screenReaderFlag(), std::nullopt);
+    bus->end();
+    ASSERT_TRUE(test::runEventsUntil([] { return !QDBusConnection::sessionBus().isConnected(); }));
+    QObject owner;
+    desktop.watchTheme(owner, [] {});
+    EXPECT_EQ(desktop.screenReaderFlag(), std::nullopt);
+    EXPECT_EQ(desktop.highContrastFlags(), std::nullopt);
+}
+
 TEST(LinuxDesktop, TellsAChangeOfThePaletteOnce) {
     int changes = 0;
     QObject owner;

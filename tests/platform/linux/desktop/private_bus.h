@@ -49,6 +49,10 @@ public:
     ~PrivateBus() {
         services_.quit();
         services_.wait();
+        end();
+    }
+
+    void end() {
         daemon_.terminate();
         daemon_.waitForFinished();
     }
