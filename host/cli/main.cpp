@@ -1,50 +1,29 @@
-#include "host/cli/host_program.h"
-#include "host/gui/make_gui.h"
-#include "host/platform/console.h"
-#include "host/platform/display_controllers.h"
+#include "host/platform/libraries.h"
 #include "host/platform/process.h"
 
 #include <iostream>
-#include <thread>
 
 namespace {
 
-volatile std::uint8_t cancelRequested = 0;
-
-vexil::host::TerminalTraits describeTerminal() {
-    using namespace vexil::host;
-    TerminalTraits traits;
-    traits.interactive = platform::isTerminal(platform::Stream::Output);
-    traits.utf8 = platform::terminalShowsUtf8();
-    if (traits.interactive) {
-        traits.width = platform::terminalWidth();
-        traits.height = platform::terminalHeight();
-        const auto noColour = platform::environmentVariable("NO_COLOR");
-        traits.colours = !noColour || noColour->empty();
-    }
-    return traits;
-}
+constexpr int internalError = 70;
 
 } // namespace
 
+/// Loads the program, which needs Qt and libraries of the suite. Linked to them itself, it would end without
+/// a word where one is missing; so it can name it.
 int main(int count, char** values) {
     namespace platform = vexil::host::platform;
-    platform::prepareConsole();
-    platform::cancelOnInterrupt(cancelRequested);
-    const auto gui = vexil::host::makeGui();
-    const vexil::host::HostEnvironment environment{
-        std::cout,
-        std::cerr,
-        describeTerminal(),
-        platform::programFolder(),
-        platform::userLanguage(),
-        platform::operatingSystem(),
-        std::thread::hardware_concurrency(),
-        platform::hasDisplayController(),
-        cancelRequested,
-        vexil::host::missingDirect3dLibrary,
-        vexil::host::systemLogPlace,
-        gui.get(),
-    };
-    return vexil::host::runHost(platform::commandLineArguments(count, values), environment);
+    const auto file = platform::programFolder() / platform::hostProgramFileName();
+    std::string reason;
+    void* program = platform::openForProcess(file, reason);
+    if (program == nullptr) {
+        std::cerr << "vxe-host: the program cannot be started: " << reason << std::endl;
+        return internalError;
+    }
+    const auto run = reinterpret_cast<int (*)(int, char**)>(platform::symbolOf(program, "vexilHostMain"));
+    if (run == nullptr) {
+        std::cerr << "vxe-host: " << file.string() << " is not the program's library" << std::endl;
+        return internalError;
+    }
+    return run(count, values);
 }

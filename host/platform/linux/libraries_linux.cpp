@@ -28,6 +28,10 @@ void* openForProcess(const std::filesystem::path& file, std::string& reason) {
     return open(file, RTLD_GLOBAL, reason);
 }
 
+const char* hostProgramFileName() { return "libvxe-host-program.so"; }
+
+void* symbolOf(void* library, const char* name) { return dlsym(library, name); }
+
 bool isLibraryFileName(const std::string& name) {
     return name.ends_with(".so") || name.find(".so.") != std::string::npos;
 }

@@ -1,5 +1,7 @@
 #include "host/platform/libraries.h"
 
+#include "host/platform/windows/library_imports.h"
+
 #include "platform/wide_text.h"
 
 #include <windows.h>
@@ -27,6 +29,11 @@ void* open(const std::filesystem::path& file, std::string& reason) {
                                    LOAD_WITH_ALTERED_SEARCH_PATH);
     if (library == nullptr) {
         reason = lastErrorText();
+        // The system says that something is missing, and not what.
+        const auto culprit = culpritAmongImports(file);
+        if (!culprit.empty()) {
+            reason = culprit + " (" + reason + ')';
+        }
     }
     return library;
 }
@@ -39,6 +46,12 @@ void* openModule(const std::filesystem::path& file, std::string& reason) { retur
 
 // A loaded library answers to its file name in the whole process here.
 void* openForProcess(const std::filesystem::path& file, std::string& reason) { return open(file, reason); }
+
+const char* hostProgramFileName() { return "vxe-host-program.dll"; }
+
+void* symbolOf(void* library, const char* name) {
+    return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(library), name));
+}
 
 bool isLibraryFileName(const std::string& name) {
     auto lower = name;
