@@ -1,23 +1,26 @@
-# vexil_add_tests(NAME SOURCES... [LIBRARIES...] [LABELS...] [DATA FOLDER] [SERIAL] [DRIVER] [FOREIGN_THREADS]
-#                 [NEEDS TARGET...])
+# vexil_add_tests(NAME SOURCES... [LIBRARIES...] [LABELS...] [DATA FOLDER] [SERIAL] [NEEDS TARGET...])
 #
 # A test program that ctest runs test by test, on both homes: a Windows program runs under Wine.
 #   LIBRARIES  what it links beside GoogleTest
 #   LABELS     for ctest -L, beside the name of the program, which is always one
 #   DATA       a folder of this directory that the tests read; its path is the macro VEXIL_TEST_DATA
 #   SERIAL     the tests measure time or share one thing of the machine: none runs beside another test
-#   DRIVER     the tests start a graphics driver, which has leaks and races of its own: no sanitizer
-#   FOREIGN_THREADS  threads meet in libraries that the thread sanitizer does not see into: no thread sanitizer
 #   NEEDS      programs and libraries that the tests load or start
 #
-# What a sanitizer runs has the label "sanitized-address" or "sanitized-thread", and is built by the target of the name
-# vexil_sanitized_address_tests or vexil_sanitized_thread_tests.
+# The programs of these lists have the label "sanitized-address" or "sanitized-thread", and are built by the target
+# vexil_sanitized_address_tests or vexil_sanitized_thread_tests: they are what scripts/test --sanitize runs. Not here are
+# programs that start a graphics driver, whose leaks and races are its own, and, for the thread sanitizer, those whose
+# threads meet in libraries that it does not see into (Qt).
+set(VEXIL_SANITIZED_THREAD_TESTS
+  vexil_random_tests vexil_scenario_tests vexil_utils_tests)
+set(VEXIL_SANITIZED_ADDRESS_TESTS
+  ${VEXIL_SANITIZED_THREAD_TESTS} vexil_cuda_tests vexil_simulated_cuda_tests)
 foreach(sanitizer address thread)
   add_custom_target(vexil_sanitized_${sanitizer}_tests)
 endforeach()
 
 function(vexil_add_tests name)
-  cmake_parse_arguments(PARSE_ARGV 1 tests "SERIAL;DRIVER;FOREIGN_THREADS" "DATA" "SOURCES;LIBRARIES;LABELS;NEEDS")
+  cmake_parse_arguments(PARSE_ARGV 1 tests "SERIAL" "DATA" "SOURCES;LIBRARIES;LABELS;NEEDS")
   if(tests_UNPARSED_ARGUMENTS OR NOT tests_SOURCES)
     message(FATAL_ERROR "vexil_add_tests(${name}): no SOURCES, or unknown words: ${tests_UNPARSED_ARGUMENTS}")
   endif()
@@ -36,15 +39,12 @@ function(vexil_add_tests name)
     add_dependencies(${name} ${tests_NEEDS})
   endif()
 
-  set(sanitizers address thread)
-  if(tests_DRIVER)
-    set(sanitizers)
-  elseif(tests_FOREIGN_THREADS)
-    set(sanitizers address)
-  endif()
-  foreach(sanitizer ${sanitizers})
-    list(APPEND tests_LABELS sanitized-${sanitizer})
-    add_dependencies(vexil_sanitized_${sanitizer}_tests ${name})
+  foreach(sanitizer address thread)
+    string(TOUPPER ${sanitizer} upper)
+    if(name IN_LIST VEXIL_SANITIZED_${upper}_TESTS)
+      list(APPEND tests_LABELS sanitized-${sanitizer})
+      add_dependencies(vexil_sanitized_${sanitizer}_tests ${name})
+    endif()
   endforeach()
 
   set(properties TIMEOUT 300)
