@@ -1,7 +1,7 @@
 #include "host/cli/host_main.h"
 
 #include "host/cli/host_program.h"
-#include "host/gui/make_gui.h"
+#include "host/cli/loaded_gui.h"
 #include "host/platform/console.h"
 #include "host/platform/display_controllers.h"
 #include "host/platform/process.h"
@@ -33,7 +33,12 @@ int vexilHostMain(int count, char** values) {
     namespace platform = vexil::host::platform;
     platform::prepareConsole();
     platform::cancelOnInterrupt(cancelRequested);
-    const auto gui = vexil::host::makeGui();
+#ifdef VEXIL_HOST_HAS_GUI
+    vexil::host::LoadedGui loadedGui(platform::programFolder());
+    vexil::host::Gui* const gui = &loadedGui;
+#else
+    vexil::host::Gui* const gui = nullptr;
+#endif
     const vexil::host::HostEnvironment environment{
         std::cout,
         std::cerr,
@@ -46,7 +51,7 @@ int vexilHostMain(int count, char** values) {
         cancelRequested,
         vexil::host::missingDirect3dLibrary,
         vexil::host::systemLogPlace,
-        gui.get(),
+        gui,
     };
     return vexil::host::runHost(platform::commandLineArguments(count, values), environment);
 }

@@ -33,4 +33,7 @@ public:
                      const Work& work) = 0;
 };
 
+/// Whether somebody would see a window that Qt makes in this process.
+[[nodiscard]] bool displayCanBeReached();
+
 } // namespace vexil::host

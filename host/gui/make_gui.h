@@ -6,7 +6,6 @@
 
 namespace vexil::host {
 
-/// The GUI of this build; null if it was built without Qt.
 [[nodiscard]] std::unique_ptr<Gui> makeGui();
 
 } // namespace vexil::host

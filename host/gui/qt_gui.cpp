@@ -7,7 +7,6 @@
 #include "host/gui/qt_messages.h"
 #include "host/platform/gui_plugins.h"
 #include "host/platform/process.h"
-#include "platform/desktop_rectangle.h"
 
 #include <QApplication>
 
@@ -95,12 +94,7 @@ private:
 
 } // namespace
 
-bool QtGui::hasDisplay() const {
-    if (const auto plugins = chosenPlugins()) {
-        return !plugins->starts_with("offscreen") && !plugins->starts_with("minimal");
-    }
-    return vexil::platform::findDesktop().has_value();
-}
+bool QtGui::hasDisplay() const { return displayCanBeReached(); }
 
 void QtGui::run(bool visible, const Language& language, const std::string& translationContext,
                 const Work& work) {

@@ -17,6 +17,10 @@ CheckedOutcome outcome(std::optional<std::uint8_t> result, std::vector<std::stri
     return {"0100", 1, "VIDEO_MEMORY_TEST", {1, 3, {"A", "SURFACES: *"}, {}}, result, std::move(messages)};
 }
 
+std::filesystem::path hostProgram() {
+    return (platform::programFolder() / "vxe-host").replace_extension(platform::programFile().extension());
+}
+
 TEST(CheckedOutcome, IsAsRequiredWithTheResultAndTheMessagesInTheirOrder) {
     EXPECT_TRUE(outcome(3, {"A", "SURFACES: 1/2"}).asRequired());
     EXPECT_FALSE(outcome(1, {"A", "SURFACES: 1/2"}).asRequired());
@@ -70,7 +74,7 @@ TEST(SelfCheck, NamesAScenarioThatCannotBeRead) {
 TEST(SelfCheck, SaysWhichScenarioCameToNoReport) {
     const SelfCheckMachine machine{"no_such_scenario", "", {{1, 1, {}, {}}}};
     try {
-        static_cast<void>(checkMachine(platform::programFile().parent_path() / "vxe-host", "", machine));
+        static_cast<void>(checkMachine(hostProgram(), "", machine));
         FAIL();
     } catch (const InternalError& error) {
         EXPECT_NE(std::string(error.what()).find("'no_such_scenario' ended with 2 and left no report: "),

@@ -6,4 +6,9 @@ namespace vexil::host::platform {
 // the first one's libraries are missing.
 const char* guiPlugins(bool visible) { return visible ? "xcb;offscreen" : "offscreen"; }
 
+const char* guiFileName() { return "libvxe-host-gui.so"; }
+
+// Qt and its plug-ins are the system's here.
+std::string missingGuiPlugin(const std::filesystem::path&) { return {}; }
+
 } // namespace vexil::host::platform
