@@ -20,12 +20,8 @@ constexpr const char* exitCodes =
     "4 outranks 70, and 70 outranks 3.";
 
 const std::map<std::string, Command> commands = {
-    {"cards", Command::Cards},
-    {"tests", Command::Tests},
-    {"run", Command::Run},
-    {"monitor", Command::Monitor},
-    {"log", Command::Log},
-    {"selfcheck", Command::SelfCheck},
+    {"cards", Command::Cards},     {"tests", Command::Tests}, {"run", Command::Run},
+    {"monitor", Command::Monitor}, {"log", Command::Log},     {"selfcheck", Command::SelfCheck},
 };
 
 std::string oneLine(std::string text) {
@@ -151,8 +147,8 @@ ParsedArguments parseArguments(const std::vector<std::string>& arguments) {
     }
     const auto chosen = app.get_subcommands();
     if (chosen.empty()) {
-        throw UsageError(
-            "no command is named: there is cards, tests, run, monitor, log and selfcheck (--help tells more)");
+        throw UsageError("no command is named: there is cards, tests, run, monitor, log and selfcheck "
+                         "(--help tells more)");
     }
     const auto name = chosen.front()->get_name();
     if (name == "log" && chosen.front()->get_subcommands().empty()) {

@@ -39,8 +39,8 @@ public:
     void sleepMilliseconds(std::uint32_t duration) override {
         std::this_thread::sleep_for(std::chrono::milliseconds(duration));
     }
-    /// A begun tenth counts as a whole one. Who paces work by this clock asks between two pieces of work, now a
-    /// little early and now a little late: a finer answer would let every other turn pass.
+    /// A begun tenth counts as a whole one. Who paces work by this clock asks between two pieces of work, now
+    /// a little early and now a little late: a finer answer would let every other turn pass.
     double secondsBetween(std::uint32_t start, std::uint32_t end) override {
         const auto milliseconds = end - start;
         return (milliseconds / 100 + (milliseconds % 100 != 0 ? 1 : 0)) / 10.0;
