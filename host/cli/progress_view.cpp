@@ -85,17 +85,18 @@ void ProgressView::runStarted(std::size_t card, const core::TestDescriptor& test
 }
 
 void ProgressView::runProgress(std::uint8_t percent, std::chrono::duration<double> elapsed) {
+    // A stress test whose last slice ends late has done more than all of its time.
+    const unsigned shown = std::min<unsigned>(percent, 100);
     if (cancel_ != 0 && !stoppingTold_) {
         stoppingTold_ = true;
         terminal_.line("  " + terminal_.paint(language_.text(keys::stopping), Style::Warning));
     }
     if (terminal_.traits().interactive) {
-        terminal_.redraw(fmt::format("    {}  {} {:3} %  {:>5}", fit(name_, nameWidth_), bar(percent),
-                                     static_cast<unsigned>(percent), clock(elapsed)));
+        terminal_.redraw(fmt::format("    {}  {} {:3} %  {:>5}", fit(name_, nameWidth_), bar(shown), shown,
+                                     clock(elapsed)));
     } else if (elapsed - lastLine_ >= plainInterval) {
         lastLine_ = elapsed;
-        terminal_.line(fmt::format("    {}  {:3} %  {}", fit(name_, nameWidth_),
-                                   static_cast<unsigned>(percent), clock(elapsed)));
+        terminal_.line(fmt::format("    {}  {:3} %  {}", fit(name_, nameWidth_), shown, clock(elapsed)));
     }
 }
 

@@ -66,8 +66,10 @@ TEST_F(ProgressViews, FitTheBarIntoTheTerminal) {
     }
 }
 
-TEST_F(ProgressViews, DrawAFullBarForAValueBeyond100) {
-    EXPECT_EQ(count(show({true, false, true, 80}, 255, Seconds(1)), "█"), 32U);
+TEST_F(ProgressViews, ShowAllOfItForAValueBeyond100) {
+    const auto line = show({true, false, true, 80}, 101, Seconds(1));
+    EXPECT_EQ(count(line, "█"), 32U);
+    EXPECT_NE(line.find("100 %"), std::string::npos);
 }
 
 TEST_F(ProgressViews, WriteALineNowAndThenWhereNobodyWatches) {
