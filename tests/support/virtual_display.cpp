@@ -27,8 +27,9 @@ std::string readNumber(int pipe) {
     dup2(open("/dev/null", O_WRONLY), STDERR_FILENO);
     const std::string descriptor = std::to_string(displayPipe);
     // The server takes the first number that is free.
-    execlp("Xvfb", "Xvfb", "-displayfd", descriptor.c_str(), "-screen", "0", geometry.c_str(), "-nolisten",
-           "tcp", nullptr);
+    // Left to reset itself, the server begins anew after each last client, and refuses others meanwhile.
+    execlp("Xvfb", "Xvfb", "-displayfd", descriptor.c_str(), "-screen", "0", geometry.c_str(), "-noreset",
+           "-nolisten", "tcp", nullptr);
     _exit(127);
 }
 
