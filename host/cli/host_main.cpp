@@ -33,25 +33,18 @@ int vexilHostMain(int count, char** values) {
     namespace platform = vexil::host::platform;
     platform::prepareConsole();
     platform::cancelOnInterrupt(cancelRequested);
-#ifdef VEXIL_HOST_HAS_GUI
-    vexil::host::LoadedGui loadedGui(platform::programFolder());
-    vexil::host::Gui* const gui = &loadedGui;
-#else
-    vexil::host::Gui* const gui = nullptr;
-#endif
+    vexil::host::LoadedGui gui(platform::programFolder());
     const vexil::host::HostEnvironment environment{
-        std::cout,
-        std::cerr,
-        describeTerminal(),
-        platform::programFolder(),
-        platform::userLanguage(),
-        platform::operatingSystem(),
-        std::thread::hardware_concurrency(),
-        platform::hasDisplayController(),
-        cancelRequested,
-        vexil::host::missingDirect3dLibrary,
-        vexil::host::systemLogPlace,
-        gui,
+        .out = std::cout,
+        .err = std::cerr,
+        .terminal = describeTerminal(),
+        .programFolder = platform::programFolder(),
+        .userLanguage = platform::userLanguage(),
+        .operatingSystem = platform::operatingSystem(),
+        .hardwareThreads = std::thread::hardware_concurrency(),
+        .hasDisplayController = platform::hasDisplayController(),
+        .cancel = cancelRequested,
+        .gui = gui,
     };
     return vexil::host::runHost(platform::commandLineArguments(count, values), environment);
 }

@@ -66,8 +66,7 @@ Session openSession(const CommandContext& context, bool needsCard, bool announce
 }
 
 Facilities facilitiesOf(const CommandContext& context, const Session& session) {
-    const auto* gui = context.environment.gui;
-    return {session.missingDirect3d(), gui != nullptr, gui == nullptr || gui->hasDisplay()};
+    return {session.missingDirect3d(), context.environment.gui.hasDisplay()};
 }
 
 void explainScan(const CommandContext& context, const Session& session) {

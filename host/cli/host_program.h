@@ -25,9 +25,9 @@ struct HostEnvironment {
     unsigned hardwareThreads = 0; ///< 0: unknown
     bool hasDisplayController = false;
     const volatile std::uint8_t& cancel; ///< non-zero stops the run
+    Gui& gui;                            ///< lent to the tests that need it
     Direct3dProbe direct3dProbe = missingDirect3dLibrary;
     std::function<LogPlace()> logPlace = systemLogPlace;
-    Gui* gui = nullptr; ///< null in a program that was built without one
 };
 
 /// The program, from its arguments (without its name) to its exit code. Every error is one line on `err`.

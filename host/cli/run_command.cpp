@@ -116,7 +116,7 @@ PlanOutcome execute(const CommandContext& context, const Session& session, RunPl
         return executeWith(view, {});
     }
     PlanOutcome outcome;
-    context.environment.gui->run(
+    context.environment.gui.run(
         anyNeeds(plan, needsDisplay), context.language, session.module().nameKey(), [&](GuiSession& gui) {
             NamedRuns observer(view, gui, context.language);
             outcome = executeWith(observer, [](core::InputInteraction& question) { question.ask(); });

@@ -19,9 +19,6 @@ std::optional<std::string> lackOf(std::int32_t testId, const Facilities& facilit
     if (facilities.missingDirect3d && needsDirect3d(testId)) {
         return "Direct3D, and '" + *facilities.missingDirect3d + "' cannot be loaded";
     }
-    if (!facilities.gui && needsGui(testId)) {
-        return "a GUI thread, and this program was built without one";
-    }
     if (!facilities.display && needsDisplay(testId)) {
         return "a display for its window, and none can be reached";
     }

@@ -9,7 +9,6 @@ namespace vexil::host {
 /// What tests need beside a card, as far as the program and the machine have it.
 struct Facilities {
     std::optional<std::string> missingDirect3d; ///< Direct3D's library that cannot be loaded
-    bool gui = true;                            ///< the program has a GUI thread
     bool display = true;                        ///< somebody sees what is drawn in a window
 };
 

@@ -12,7 +12,8 @@ setup_dxvk_native() {
 }
 
 build_dxvk_native() {
-    local entry=$1 packages=$CACHE_DOWNLOADS/dxvk-native work=$1/work source=$1/work/source log
+    local entry=$1 packages=$CACHE_DOWNLOADS/dxvk-native work=$1/work source log
+    source=$work/source
     log=$CACHE_LOGS/$DXVK_NATIVE_ENTRY
     mkdir -p "$source"
     debian_download_source trixie "$packages" "dxvk=$DXVK_SOURCE_VERSION"

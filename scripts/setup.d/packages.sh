@@ -16,6 +16,7 @@ PACKAGES_LIBRARIES=(
 PACKAGES_RUN=(
     libvulkan1 mesa-vulkan-drivers # Direct3D without a graphics card
     fonts-lato xvfb pci.ids
+    locales # from which a test makes a user that writes numbers with a comma
     dbus-daemon # tests of what the desktop tells over its bus
 )
 PACKAGES_WINDOWS=(

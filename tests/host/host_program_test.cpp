@@ -1,6 +1,7 @@
 #include "host/cli/host_program.h"
 #include "host/core/processor_name.h"
 #include "host/core/utf8_path.h"
+#include "host/noting_gui.h"
 #include "host/platform/process.h"
 #include "support/test_folder.h"
 
@@ -23,30 +24,6 @@ struct Answer {
     std::string err;
 };
 
-/// Runs the work at once, and notes what it was asked for.
-class NotingGui final : public Gui {
-public:
-    [[nodiscard]] bool hasDisplay() const override { return display; }
-    void run(bool visible, const Language&, const std::string& translationContext,
-             const Work& work) override {
-        class Session final : public GuiSession {
-        public:
-            explicit Session(std::vector<std::string>& titles) : titles_(titles) {}
-            void showTest(const std::string& title) override { titles_.push_back(title); }
-
-        private:
-            std::vector<std::string>& titles_;
-        };
-        uses.push_back(std::string(visible ? "visible " : "hidden ") + translationContext);
-        Session session(titles);
-        work(session);
-    }
-
-    bool display = true;
-    std::vector<std::string> uses;
-    std::vector<std::string> titles;
-};
-
 class HostProgram : public ::testing::Test {
 protected:
     HostProgram() { useCase("scripted"); }
@@ -60,18 +37,19 @@ protected:
         const auto folder = platform::programFolder();
         arguments.insert(arguments.end(),
                          {"--module", toUtf8(folder / "fake_modules" / VEXIL_FAKE_MODULE_FILE)});
-        const HostEnvironment environment{out,
-                                          err,
-                                          {},
-                                          folder,
-                                          userLanguage_,
-                                          "Some OS 1",
-                                          hardwareThreads_,
-                                          true,
-                                          cancel_,
-                                          [this] { return missingDirect3d_; },
-                                          systemLogPlace,
-                                          hasGui_ ? &gui_ : nullptr};
+        const HostEnvironment environment{
+            .out = out,
+            .err = err,
+            .terminal = {},
+            .programFolder = folder,
+            .userLanguage = userLanguage_,
+            .operatingSystem = "Some OS 1",
+            .hardwareThreads = hardwareThreads_,
+            .hasDisplayController = true,
+            .cancel = cancel_,
+            .gui = gui_,
+            .direct3dProbe = [this] { return missingDirect3d_; },
+        };
         const int code = runHost(arguments, environment);
         return {code, out.str(), err.str()};
     }
@@ -85,7 +63,6 @@ protected:
     std::string userLanguage_ = "en_GB";
     unsigned hardwareThreads_ = 4;
     std::optional<std::string> missingDirect3d_;
-    bool hasGui_ = true;
     NotingGui gui_;
     volatile std::uint8_t cancel_ = 0;
 };
@@ -200,14 +177,6 @@ TEST_F(HostProgram, SaysClearlyThatThereIsNoDisplay) {
     EXPECT_NE(run({"tests"}).out.find("no display can be reached"), std::string::npos);
     EXPECT_EQ(run({"run", "--tests", "4"}).out.find("display"), std::string::npos);
     EXPECT_TRUE(gui_.uses.empty());
-}
-
-TEST_F(HostProgram, SaysClearlyThatItWasBuiltWithoutAGui) {
-    hasGui_ = false;
-    expectUsageError({"run", "--tests", "5"},
-                     "test 5 (Stress test) needs a GUI thread, and this program was built without one");
-    EXPECT_EQ(run({"run", "--tests", "4"}).code, 0);
-    EXPECT_EQ(run({"tests"}).out.find("no display can be reached"), std::string::npos);
 }
 
 TEST_F(HostProgram, RefusesAnInvalidValueBeforeTheRun) {

@@ -1,6 +1,7 @@
 #include "host/core/utf8_path.h"
 #include "host/platform/process.h"
 #include "host/subprocess.h"
+#include "support/test_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -38,8 +39,7 @@ std::string monitorUntil(const char* reading, const std::string& interval) {
     platform::setEnvironmentVariable("VEXIL_FAKE_MODULE", "scripted");
     platform::setEnvironmentVariable("VEXIL_FAKE_INTERRUPT_AT", reading);
     const auto module = platform::programFolder() / "fake_modules" / VEXIL_FAKE_MODULE_FILE;
-    const auto file = std::filesystem::path(::testing::TempDir()) /
-                      (std::string("interrupted_monitor_") + reading + ".csv");
+    const auto file = vexil::tests::testFolder() / "samples.csv";
     const auto end = tests::runProgram({"--machine", "real", "--language", "en", "--module", toUtf8(module),
                                         "monitor", "--interval", interval, "--csv", toUtf8(file)});
     EXPECT_EQ(end.code, 0) << end.err;
@@ -48,7 +48,6 @@ std::string monitorUntil(const char* reading, const std::string& interval) {
     EXPECT_TRUE(end.out.ends_with("Values written to " + toUtf8(file) + '\n'));
     std::ifstream stream(file, std::ios::binary);
     std::string text{std::istreambuf_iterator<char>(stream), {}};
-    std::filesystem::remove(file);
     EXPECT_TRUE(text.ends_with('\n'));
     return text;
 }

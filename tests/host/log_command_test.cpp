@@ -1,5 +1,6 @@
 #include "host/cli/host_program.h"
 #include "host/core/utf8_path.h"
+#include "host/noting_gui.h"
 #include "host/platform/process.h"
 #include "support/memory_cim.h"
 
@@ -44,6 +45,7 @@ protected:
             .hardwareThreads = 4,
             .hasDisplayController = true,
             .cancel = cancel_,
+            .gui = gui_,
             .direct3dProbe = [] { return std::nullopt; },
             .logPlace =
                 [this] {
@@ -70,6 +72,7 @@ protected:
     std::shared_ptr<MemoryCim> cim_ = std::make_shared<MemoryCim>();
     std::optional<std::string> trouble_;
     TerminalTraits traits_;
+    NotingGui gui_;
     volatile std::uint8_t cancel_ = 0;
 };
 

@@ -1,6 +1,7 @@
 #include "host/core/utf8_path.h"
 #include "host/platform/process.h"
 #include "host/subprocess.h"
+#include "support/test_folder.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -17,14 +18,7 @@ namespace {
 /// The program as a user starts it, with the fake module or on the simulated machine.
 class MonitorProgram : public ::testing::Test {
 protected:
-    MonitorProgram() {
-        platform::setEnvironmentVariable("VEXIL_FAKE_MODULE", "scripted");
-        const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
-        base_ = std::filesystem::path(::testing::TempDir()) / (std::string("monitor_") + test->name());
-        csv_ = toUtf8(base_) + ".csv";
-        std::filesystem::remove(csv_);
-    }
-    ~MonitorProgram() override { std::filesystem::remove(csv_); }
+    MonitorProgram() { platform::setEnvironmentVariable("VEXIL_FAKE_MODULE", "scripted"); }
 
     [[nodiscard]] static tests::ProgramEnd monitor(const std::vector<std::string>& options) {
         const auto module = platform::programFolder() / "fake_modules" / VEXIL_FAKE_MODULE_FILE;
@@ -52,15 +46,15 @@ protected:
         return result;
     }
     [[nodiscard]] std::string scenario(const std::string& processor) const {
-        auto file = toUtf8(base_) + ".json";
+        auto file = toUtf8(folder_ / "scenario.json");
         std::ofstream(file)
             << R"({"schema": "vexil.scenario/1", "processor": )" << processor
             << R"(, "cards": [{"vendorId": "10DE", "deviceId": "2503", "location": "01:00.0"}]})";
         return file;
     }
 
-    std::filesystem::path base_;
-    std::string csv_;
+    std::filesystem::path folder_ = vexil::tests::testFolder();
+    std::string csv_ = toUtf8(folder_ / "samples.csv");
 };
 
 TEST_F(MonitorProgram, WritesTwentyRowsForEachSimulatedCardAndEndsWith0) {

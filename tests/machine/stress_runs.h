@@ -1,13 +1,13 @@
 #pragma once
 
 #include "host/subprocess.h"
+#include "support/test_folder.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
 #include <filesystem>
 #include <fstream>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -15,13 +15,6 @@
 namespace vexil::host::tests {
 
 using Json = nlohmann::json;
-
-/// A file of this test alone, also beside another process of the same program.
-inline std::filesystem::path ownFile(const std::string& ending) {
-    const std::string test = testing::UnitTest::GetInstance()->current_test_info()->name();
-    return std::filesystem::path(testing::TempDir()) /
-           (test + std::to_string(std::random_device()()) + ending);
-}
 
 /// A machine of one card with these faults and sensors.
 class OneCard {
@@ -43,7 +36,7 @@ public:
     [[nodiscard]] std::string machine() const { return "simulated:" + file_.string(); }
 
 private:
-    std::filesystem::path file_ = ownFile(".scenario.json");
+    std::filesystem::path file_ = vexil::tests::testFolder() / "scenario.json";
 };
 
 /// Sensors that answer.
@@ -59,7 +52,7 @@ struct StressRun {
 /// The test of that id for so many minutes, with further options.
 inline StressRun runStress(const std::string& machine, const std::string& test, const std::string& minutes,
                            const std::vector<std::string>& options = {}) {
-    const auto file = ownFile(".report.json");
+    const auto file = vexil::tests::testFolder() / "report.json";
     std::vector<std::string> arguments = {
         "--machine",           machine,    "run",        "--card", "0100", "--tests", test, "--set",
         "DURATION=" + minutes, "--report", file.string()};

@@ -1,3 +1,4 @@
+#include "support/processor_codes.h"
 #include "utils/mersenne_twister.h"
 
 #include <gtest/gtest.h>
@@ -18,21 +19,15 @@ constexpr std::uint32_t seeds[] = {0, 1, 123, 999, 5489, 0x600DCAFE, 0x7FFFFFFF,
 constexpr std::size_t lengths[] = {0,   1,   15,  16,  17,  63,   64,   226,  227,  228,   396,   397,
                                    398, 623, 624, 625, 640, 1247, 1248, 1249, 5000, 65536, 100003};
 
-/// One run for each version of the loops. A processor that lacks one skips it.
-class MersenneTwisterCodes : public testing::TestWithParam<std::size_t> {
+/// One run for each version of the loops that this processor can execute.
+class MersenneTwisterCodes : public testing::TestWithParam<const MersenneTwisterCode*> {
 protected:
-    void SetUp() override {
-        if (!code().isSupported()) {
-            GTEST_SKIP() << "this processor has no " << code().name;
-        }
-    }
-    static const MersenneTwisterCode& code() { return mersenneTwisterCodes()[GetParam()]; }
+    static const MersenneTwisterCode& code() { return *GetParam(); }
 };
 
 INSTANTIATE_TEST_SUITE_P(Every, MersenneTwisterCodes,
-                         testing::Range<std::size_t>(0, mersenneTwisterCodes().size()), [](const auto& code) {
-                             return std::string(mersenneTwisterCodes()[code.param].name);
-                         });
+                         testing::ValuesIn(tests::codesOfThisProcessor(mersenneTwisterCodes())),
+                         [](const auto& code) { return std::string(code.param->name); });
 
 TEST_P(MersenneTwisterCodes, DrawsTheWordsOfTheStandardEngine) {
     for (const auto seed : seeds) {

@@ -11,7 +11,7 @@
 #include "module/video_card/direct3d/math_operations/math_op_test.h"
 #include "module/video_card/direct3d/texture_pipeline/texture_pipeline_test.h"
 #include "module/video_card/direct3d/video_memory_test.h"
-#include "module/video_card/stress/stress_creation.h"
+#include "module/video_card/stress/d3d11_stress_test.h"
 #include "module/video_card/tool/thermal_monitor_tool.h"
 
 #include <algorithm>
@@ -24,6 +24,11 @@ namespace {
 template <typename TestClass>
 std::unique_ptr<core::Test> make() {
     return std::make_unique<TestClass>();
+}
+
+template <bool wireframe>
+std::unique_ptr<core::Test> makeStressTest() {
+    return std::make_unique<D3D11StressTest>(wireframe);
 }
 
 struct CreationRow {

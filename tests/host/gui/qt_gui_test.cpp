@@ -108,17 +108,6 @@ TEST_F(QtGuis, AnswerTheModulesKeysInTheHostsLanguage) {
     });
 }
 
-TEST_F(QtGuis, LeaveTheNumberFormatOfTheProgramAlone) {
-    constexpr const char* withComma = "de_DE.UTF-8";
-    if (std::setlocale(LC_NUMERIC, withComma) == nullptr) {
-        GTEST_SKIP() << "The machine has no German number format";
-    }
-    std::setlocale(LC_NUMERIC, "C");
-    platform::setEnvironmentVariable("LC_ALL", withComma);
-    run([](GuiSession&) { EXPECT_STREQ(std::localeconv()->decimal_point, "."); });
-    platform::setEnvironmentVariable("LC_ALL", "");
-}
-
 TEST_F(QtGuis, KnowThatNobodySeesAnOffscreenWindow) {
     platform::setEnvironmentVariable("QT_QPA_PLATFORM", "offscreen");
     EXPECT_FALSE(gui_->hasDisplay());

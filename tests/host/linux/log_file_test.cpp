@@ -1,6 +1,7 @@
 #include "host/core/utf8_path.h"
 #include "host/platform/process.h"
 #include "host/subprocess.h"
+#include "support/test_folder.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -17,14 +18,10 @@ namespace {
 /// The real program, with the fake module, and a state folder of the test's own.
 class LogFile : public ::testing::Test {
 protected:
-    LogFile()
-        : folder_(std::filesystem::path(::testing::TempDir()) /
-                  (std::string("log_") + ::testing::UnitTest::GetInstance()->current_test_info()->name() +
-                   '_' + std::to_string(getpid()))) {
+    LogFile() {
         platform::setEnvironmentVariable("VEXIL_FAKE_MODULE", "healthy");
         platform::setEnvironmentVariable("XDG_STATE_HOME", folder_.string());
     }
-    ~LogFile() override { std::filesystem::remove_all(folder_); }
 
     static tests::ProgramEnd run(std::vector<std::string> arguments) {
         const auto module = platform::programFolder() / "fake_modules" / VEXIL_FAKE_MODULE_FILE;
@@ -36,7 +33,7 @@ protected:
         return nlohmann::json::parse(run({"log", "list", "--json"}).out)["records"].size();
     }
 
-    std::filesystem::path folder_;
+    std::filesystem::path folder_ = vexil::tests::testFolder();
     std::filesystem::path file_ = folder_ / "vexil" / "cim.sqlite3";
 };
 

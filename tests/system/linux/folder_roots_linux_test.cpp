@@ -1,5 +1,6 @@
 #include "platform/folder_roots.h"
 #include "platform/linux/user_folders.h"
+#include "support/test_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -61,7 +62,7 @@ TEST_F(LinuxFolderRoots, NameTheAccountOfTheProcess) {
 
 TEST_F(LinuxFolderRoots, TellNoWorkingDirectoryThatIsGone) {
     const auto before = fs::current_path();
-    const auto folder = fs::path(testing::TempDir()) / ("gone_" + std::to_string(getpid()));
+    const auto folder = vexil::tests::testFolder() / "gone";
     fs::create_directory(folder);
     fs::current_path(folder);
     fs::remove(folder);

@@ -2,10 +2,9 @@
 
 #include "platform/linux/cim/cim_linux.h"
 #include "platform/linux/cim/record_store.h"
+#include "support/test_folder.h"
 
 #include <gtest/gtest.h>
-
-#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -19,15 +18,6 @@ namespace vexil::tests {
 class RecordFolderTest : public testing::Test {
 protected:
     using Rows = std::vector<std::vector<std::string>>;
-
-    RecordFolderTest()
-        : folder_(std::filesystem::path(testing::TempDir()) /
-                  (std::string(testing::UnitTest::GetInstance()->current_test_info()->name()) + '_' +
-                   std::to_string(getpid()))) {
-        std::filesystem::remove_all(folder_);
-        std::filesystem::create_directories(folder_);
-    }
-    ~RecordFolderTest() override { std::filesystem::remove_all(folder_); }
 
     int write(const std::vector<std::string>& names, const std::vector<std::string>& values,
               const char* className = "TestResult", const wchar_t* nameSpace = system::recordNamespace) {
@@ -66,7 +56,7 @@ protected:
         return {std::istreambuf_iterator<char>(stream), {}};
     }
 
-    std::filesystem::path folder_;
+    std::filesystem::path folder_ = testFolder();
     std::filesystem::path file_ = folder_ / "state" / "vexil" / "cim.sqlite3";
     platform::LinuxCim cim_{"/", file_};
     Rows rows_;

@@ -1,4 +1,5 @@
 #include "module/video_card/direct3d/texture_pipeline/transposition.h"
+#include "support/processor_codes.h"
 
 #include <gtest/gtest.h>
 
@@ -19,18 +20,13 @@ PatternImage transposed(const PatternImage& pattern) {
 }
 
 /// A random pattern and its picture, made once.
-class TranspositionCodes : public testing::TestWithParam<std::size_t> {
+class TranspositionCodes : public testing::TestWithParam<const TranspositionCode*> {
 protected:
     static void SetUpTestSuite() {
         fillPattern(42, pattern_);
         picture_ = transposed(pattern_);
     }
-    void SetUp() override {
-        if (!code().isSupported()) {
-            GTEST_SKIP() << "this processor has no " << code().name;
-        }
-    }
-    static const TranspositionCode& code() { return transpositionCodes()[GetParam()]; }
+    static const TranspositionCode& code() { return *GetParam(); }
     static bool compare(const PatternImage& picture) {
         return code().isTransposed(pattern_.data(), picture.data());
     }
@@ -40,8 +36,8 @@ protected:
 };
 
 INSTANTIATE_TEST_SUITE_P(Every, TranspositionCodes,
-                         testing::Range<std::size_t>(0, transpositionCodes().size()),
-                         [](const auto& code) { return std::string(transpositionCodes()[code.param].name); });
+                         testing::ValuesIn(tests::codesOfThisProcessor(transpositionCodes())),
+                         [](const auto& code) { return std::string(code.param->name); });
 
 TEST_P(TranspositionCodes, TakeThePictureOfAPattern) { EXPECT_TRUE(compare(picture_)); }
 

@@ -1,3 +1,0 @@
-#include "fonts.h"
-
-void registerFonts() {}
