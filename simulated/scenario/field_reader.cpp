@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <filesystem>
 #include <fstream>
+#include <ios>
 
 namespace vexil::simulated {
 
@@ -207,7 +209,8 @@ void FieldReader::finish() const {
 }
 
 FieldReader readJsonFile(const std::string& file) {
-    std::ifstream stream(file, std::ios::binary);
+    // A plain string would be read in the system's own encoding.
+    std::ifstream stream(std::filesystem::path(std::u8string(file.begin(), file.end())), std::ios::binary);
     if (!stream) {
         throw ScenarioError(file + ": cannot be opened");
     }
@@ -215,8 +218,10 @@ FieldReader readJsonFile(const std::string& file) {
         auto document = std::make_shared<const json>(json::parse(stream));
         const auto& object = *document;
         return {std::move(document), object, file, ""};
-    } catch (const json::parse_error& error) {
+    } catch (const json::exception& error) {
         throw ScenarioError(file + ": is no JSON: " + error.what());
+    } catch (const std::ios_base::failure&) {
+        throw ScenarioError(file + ": cannot be read"); // A folder can be opened.
     }
 }
 
