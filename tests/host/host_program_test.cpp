@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <fstream>
 #include <sstream>
+#include <streambuf>
 
 namespace vexil::host {
 namespace {
@@ -31,9 +32,10 @@ protected:
     static void useCase(const char* name) { platform::setEnvironmentVariable("VEXIL_FAKE_MODULE", name); }
 
     /// The program with the fake module, on what passes for a real machine.
-    Answer run(std::vector<std::string> arguments) {
-        std::ostringstream out;
+    Answer run(std::vector<std::string> arguments, std::streambuf* output = nullptr) {
+        std::ostringstream written;
         std::ostringstream err;
+        std::ostream out(output == nullptr ? written.rdbuf() : output);
         const auto folder = platform::programFolder();
         arguments.insert(arguments.end(),
                          {"--module", toUtf8(folder / "fake_modules" / VEXIL_FAKE_MODULE_FILE)});
@@ -51,7 +53,7 @@ protected:
             .direct3dProbe = [this] { return missingDirect3d_; },
         };
         const int code = runHost(arguments, environment);
-        return {code, out.str(), err.str()};
+        return {code, written.str(), err.str()};
     }
 
     void expectUsageError(const std::vector<std::string>& arguments, const std::string& line) {
@@ -245,6 +247,35 @@ TEST_F(HostProgram, AnswersBadOptionsInOneLine) {
         EXPECT_EQ(std::ranges::count(answer.err, '\n'), 1) << answer.err;
         EXPECT_TRUE(answer.out.empty());
     }
+}
+
+TEST_F(HostProgram, KeepsAnErrorOnOneLineWhateverTheUserNames) {
+    expectUsageError({"run", "--card", "01\n00"}, "unknown card '01 00': the machine has 0100, 0a00");
+    expectUsageError({"--machine", "a\r\nb", "cards"},
+                     "unknown machine 'a  b': there is real, simulated and simulated:SCENARIO");
+}
+
+/// Takes nothing, as a disk that is full.
+class FullBuffer final : public std::streambuf {
+protected:
+    int_type overflow(int_type) override { return traits_type::eof(); }
+    int sync() override { return -1; }
+};
+
+TEST_F(HostProgram, EndsWith70WhereItsOutputCannotBeWritten) {
+    FullBuffer full;
+    for (const auto& arguments : {std::vector<std::string>{"cards"},
+                                  {"cards", "--json"},
+                                  {"tests", "--json"},
+                                  {"run", "--tests", "1"},
+                                  {"--help"}}) {
+        const auto answer = run(arguments, &full);
+        EXPECT_EQ(answer.code, 70) << arguments.back();
+        EXPECT_EQ(answer.err, "vxe-host: the output cannot be written\n");
+    }
+    EXPECT_EQ(run({"run", "--card", "0100", "--tests", "3"}, &full).code, 1)
+        << "the card has failed all the same";
+    EXPECT_EQ(run({"run", "--card", "0100", "--tests", "12"}, &full).code, 4);
 }
 
 TEST_F(HostProgram, HelpsAndTellsItsVersion) {
