@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -40,6 +41,8 @@ struct BadInput {
     std::function<std::string()> line;
     int code = 2;
 };
+
+void PrintTo(const BadInput& input, std::ostream* out) { *out << input.name; }
 
 const auto module = [] { return fakeModule(VEXIL_FAKE_MODULE_FILE); };
 const auto run = [](Arguments options) {
