@@ -18,7 +18,7 @@ int fail(const HostEnvironment& environment, ExitCode code, std::string line) {
     return static_cast<int>(code);
 }
 
-/// What the user was to read did not reach him: no success, though a verdict on a card stands.
+/// Lost output is no success, though a verdict on a card stands.
 int tellWhetherWritten(const HostEnvironment& environment, ExitCode code) {
     environment.out.flush();
     const bool outranked = code == ExitCode::CardFailed || code == ExitCode::CleanupFailed;

@@ -47,7 +47,7 @@ protected:
             .userLanguage = userLanguage_,
             .operatingSystem = "Some OS 1",
             .hardwareThreads = hardwareThreads_,
-            .hasDisplayController = true,
+            .hasDisplayController = hasDisplayController_,
             .cancel = cancel_,
             .gui = gui_,
             .direct3dProbe = [this] { return missingDirect3d_; },
@@ -64,6 +64,7 @@ protected:
 
     std::string userLanguage_ = "en_GB";
     unsigned hardwareThreads_ = 4;
+    bool hasDisplayController_ = true;
     std::optional<std::string> missingDirect3d_;
     NotingGui gui_;
     volatile std::uint8_t cancel_ = 0;
@@ -94,6 +95,19 @@ TEST_F(HostProgram, SaysKindlyThatThereAreNoCards) {
     EXPECT_NE(answer.out.find("No video card was found"), std::string::npos);
     EXPECT_EQ(Json::parse(run({"cards", "--json"}).out)["cards"], Json::array());
     EXPECT_EQ(run({"--machine", "real", "run"}).code, 3) << "nothing was proven";
+}
+
+TEST_F(HostProgram, SaysInItsFirstLineThatItRunsOnTheSimulatedMachineForLackOfACard) {
+    hasDisplayController_ = false;
+    const auto answer = run({"run", "--card", "0100", "--tests", "1"});
+    platform::setEnvironmentVariable("VEXIL_SCENARIO",
+                                     ""); // A simulated machine is one for the whole process.
+    EXPECT_EQ(answer.code, 0) << answer.err;
+    EXPECT_TRUE(
+        answer.out.starts_with("No display controller in this machine: using the built-in simulated one.\n"))
+        << answer.out;
+    EXPECT_TRUE(run({"cards"}).out.starts_with("This machine\n")) << "what needs no card stays real";
+    EXPECT_TRUE(run({"--machine", "real", "run", "--tests", "1"}).out.starts_with("This machine\n"));
 }
 
 TEST_F(HostProgram, ListsTestsByGroupWithTheirCardsAndParameters) {
