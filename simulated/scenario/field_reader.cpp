@@ -23,6 +23,23 @@ std::string join(const std::vector<std::string>& words) {
     return text;
 }
 
+/// Parses a file in which no field stands twice in one object: of two the parser would keep the last, and
+/// what the first one says would be lost without a word.
+json parseWithoutRepetition(std::istream& stream, const std::string& file) {
+    std::vector<std::set<std::string>> open; // the fields of the objects around the place, innermost last
+    return json::parse(stream, [&](int, json::parse_event_t event, const json& value) {
+        if (event == json::parse_event_t::object_start) {
+            open.emplace_back();
+        } else if (event == json::parse_event_t::object_end) {
+            open.pop_back();
+        } else if (event == json::parse_event_t::key &&
+                   !open.back().insert(value.get<std::string>()).second) {
+            throw ScenarioError(file + ": " + value.get<std::string>() + ": stands twice in one object");
+        }
+        return true;
+    });
+}
+
 } // namespace
 
 FieldReader::FieldReader(std::shared_ptr<const json> document, const json& object, std::string file,
@@ -215,7 +232,7 @@ FieldReader readJsonFile(const std::string& file) {
         throw ScenarioError(file + ": cannot be opened");
     }
     try {
-        auto document = std::make_shared<const json>(json::parse(stream));
+        auto document = std::make_shared<const json>(parseWithoutRepetition(stream, file));
         const auto& object = *document;
         return {std::move(document), object, file, ""};
     } catch (const json::exception& error) {

@@ -56,6 +56,14 @@ TEST(Scenario, NamesAFieldThatItDoesNotKnowAndThoseThatItKnows) {
     EXPECT_NE(error.find("cards, "), std::string::npos) << error;
 }
 
+TEST(Scenario, NamesAFieldThatStandsTwice) {
+    EXPECT_EQ(errorOf(withCard(R"({"vendorId": "10DE", "deviceId": "2503", "location": "02:00.0",
+                                   "direct3d": {"faults": []}, "direct3d": {}})")),
+              "direct3d: stands twice in one object");
+    EXPECT_EQ(errorOf(R"({"schema": "vexil.scenario/1", "cards": [], "description": "", "cards": []})"),
+              "cards: stands twice in one object");
+}
+
 TEST(Scenario, ChecksTheIdentityOfEachCard) {
     EXPECT_EQ(errorOf(withCard("{}")), "cards[1].vendorId: is missing");
     EXPECT_EQ(errorOf(withCard(R"({"vendorId": "10de", "deviceId": "2503", "location": "02:00.0"})")),
