@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <sstream>
 #include <streambuf>
 
@@ -50,7 +51,13 @@ protected:
             .hasDisplayController = hasDisplayController_,
             .cancel = cancel_,
             .gui = gui_,
-            .direct3dProbe = [this] { return missingDirect3d_; },
+            .direct3dProbe =
+                [this] {
+                    if (beforeTheRun_) {
+                        beforeTheRun_();
+                    }
+                    return missingDirect3d_;
+                },
         };
         const int code = runHost(arguments, environment);
         return {code, written.str(), err.str()};
@@ -65,6 +72,7 @@ protected:
     std::string userLanguage_ = "en_GB";
     unsigned hardwareThreads_ = 4;
     bool hasDisplayController_ = true;
+    std::function<void()> beforeTheRun_; ///< called when the request is known to be good
     std::optional<std::string> missingDirect3d_;
     NotingGui gui_;
     volatile std::uint8_t cancel_ = 0;
@@ -233,6 +241,21 @@ TEST_F(HostProgram, FindsAnUnwritableReportOutBeforeTheRun) {
     EXPECT_EQ(std::ranges::count(answer.err, '\n'), 1);
     EXPECT_TRUE(answer.out.empty());
     EXPECT_FALSE(std::filesystem::exists(good)) << "nothing half-written";
+}
+
+TEST_F(HostProgram, EndsWith70WhereAReportCanNoLongerBeWrittenUnlessACardHasFailed) {
+    const auto folder = vexil::tests::testFolder() / "gone";
+    for (const auto& [tests, code] : {std::pair{"1", 70}, {"3", 1}, {"12", 4}}) {
+        std::filesystem::create_directory(folder);
+        beforeTheRun_ = [&] { std::filesystem::remove_all(folder); };
+        const auto path = toUtf8(folder / "r.json");
+        const auto answer = run({"run", "--card", "0100", "--tests", tests, "--report", path});
+        EXPECT_EQ(answer.code, code) << tests;
+        EXPECT_TRUE(answer.err.starts_with("vxe-host: the report '" + path + "' cannot be written: "));
+        EXPECT_EQ(std::ranges::count(answer.err, '\n'), 1);
+        EXPECT_NE(answer.out.find("Summary"), std::string::npos) << "the verdict is shown all the same";
+        EXPECT_FALSE(std::filesystem::exists(folder));
+    }
 }
 
 TEST_F(HostProgram, NamesWhatIsUnknown) {
