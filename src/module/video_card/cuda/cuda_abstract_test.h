@@ -38,7 +38,6 @@ protected:
     /// Stops at the first failure, and then the device is not reset.
     virtual bool releaseAll();
 
-    static void reportAndFinish(core::TestReporter& reporter, const std::string& key);
     /// Asked before the body only: releases nothing.
     [[nodiscard]] static bool isAborted(const core::TestRunArguments& arguments);
     /// Asked after every launch. `Passed` means go on; on anything else the memory is released and the run is
