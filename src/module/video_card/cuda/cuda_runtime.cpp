@@ -4,7 +4,7 @@
 #include "system/win_module.h"
 
 #include <atomic>
-#include <cstring>
+#include <type_traits>
 #include <utility>
 
 namespace vexil::module::video_card {
