@@ -14,6 +14,9 @@ using core::TestResult;
 
 namespace {
 
+constexpr auto standardMode = CudaAbstractMathOperation::standardMode;
+constexpr auto advancedMode = CudaAbstractMathOperation::advancedMode;
+
 std::shared_ptr<Device> lockCard(const core::TestRunArguments& arguments) {
     return std::dynamic_pointer_cast<Device>(arguments.device.lock());
 }

@@ -9,14 +9,14 @@
 
 namespace vexil::module::video_card {
 
-/// Which table and which kernel a stage takes.
-inline constexpr std::int32_t standardMode = 0;
-inline constexpr std::int32_t advancedMode = 1;
-
 /// One stage of an arithmetic test: a table of operands goes to the card, one kernel computes, and the
 /// results are compared with the stored ones. The stage holds nothing on the card between runs.
 class CudaAbstractMathOperation {
 public:
+    /// Which table and which kernel a stage takes.
+    static constexpr std::int32_t standardMode = 0;
+    static constexpr std::int32_t advancedMode = 1;
+
     CudaAbstractMathOperation(const CudaAbstractMathOperation&) = delete;
     CudaAbstractMathOperation& operator=(const CudaAbstractMathOperation&) = delete;
     virtual ~CudaAbstractMathOperation() = default;
