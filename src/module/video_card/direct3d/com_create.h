@@ -17,11 +17,4 @@ template <typename T, typename Create>
     return result;
 }
 
-/// `content` is null for a texture that begins without any.
-[[nodiscard]] inline HRESULT createTexture2D(ID3D11Device& device, const D3D11_TEXTURE2D_DESC& description,
-                                             const D3D11_SUBRESOURCE_DATA* content,
-                                             ComShared<ID3D11Texture2D>& texture) {
-    return createCom(texture, [&](auto out) { return device.CreateTexture2D(&description, content, out); });
-}
-
 } // namespace vexil::module::video_card

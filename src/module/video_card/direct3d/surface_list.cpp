@@ -11,6 +11,19 @@ namespace {
 
 constexpr DXGI_FORMAT surfaceFormat = DXGI_FORMAT_R8G8B8A8_UNORM;
 
+constexpr D3D11_TEXTURE2D_DESC surfaceDescription() {
+    D3D11_TEXTURE2D_DESC description{};
+    description.Width = surfaceExtent;
+    description.Height = surfaceExtent;
+    description.MipLevels = 1;
+    description.ArraySize = 1;
+    description.Format = surfaceFormat;
+    description.SampleDesc = {1, 0};
+    description.Usage = D3D11_USAGE_DEFAULT;
+    description.BindFlags = D3D11_BIND_SHADER_RESOURCE;
+    return description;
+}
+
 HRESULT createView(ID3D11Device& device, VideoSurface& surface) {
     D3D11_SHADER_RESOURCE_VIEW_DESC description{};
     description.Format = surfaceFormat;
@@ -25,11 +38,13 @@ HRESULT createView(ID3D11Device& device, VideoSurface& surface) {
 } // namespace
 
 bool createSurfaces(ID3D11Device& device, std::uint32_t count, std::vector<VideoSurface>& surfaces) {
-    static constexpr auto description = surfaceTextureDescription(surfaceFormat, D3D11_BIND_SHADER_RESOURCE);
+    static constexpr auto description = surfaceDescription();
     try {
         for (std::uint32_t i = 0; i < count; ++i) {
             VideoSurface surface;
-            const HRESULT result = createTexture2D(device, description, nullptr, surface.texture);
+            const HRESULT result = createCom(surface.texture, [&](auto out) {
+                return device.CreateTexture2D(&description, nullptr, out);
+            });
             if (result == E_OUTOFMEMORY && !surfaces.empty()) {
                 return true;
             }

@@ -20,20 +20,6 @@ inline constexpr UINT surfaceExtent = 1024; ///< pixels, both ways
 inline constexpr unsigned surfaceBytesShift = 22;
 inline constexpr std::size_t surfaceBytes = std::size_t{1} << surfaceBytesShift; ///< 4 MiB, 4 bytes a pixel
 
-/// A texture of the extent of a surface: one mip, one slice, one sample, of default usage.
-[[nodiscard]] constexpr D3D11_TEXTURE2D_DESC surfaceTextureDescription(DXGI_FORMAT format, UINT bindFlags) {
-    D3D11_TEXTURE2D_DESC description{};
-    description.Width = surfaceExtent;
-    description.Height = surfaceExtent;
-    description.MipLevels = 1;
-    description.ArraySize = 1;
-    description.Format = format;
-    description.SampleDesc = {1, 0};
-    description.Usage = D3D11_USAGE_DEFAULT;
-    description.BindFlags = bindFlags;
-    return description;
-}
-
 /// Makes `count` surfaces. Fewer if the memory is full before, but at least one. False if there is none, or
 /// if anything else went wrong.
 [[nodiscard]] bool createSurfaces(ID3D11Device& device, std::uint32_t count,

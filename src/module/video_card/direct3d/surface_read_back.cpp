@@ -11,6 +11,11 @@ namespace {
 
 constexpr std::size_t pixelBytes = 4;
 
+HRESULT createTexture(ID3D11Device& device, const D3D11_TEXTURE2D_DESC& description,
+                      ComShared<ID3D11Texture2D>& texture) {
+    return createCom(texture, [&](auto out) { return device.CreateTexture2D(&description, nullptr, out); });
+}
+
 /// E_NOINTERFACE for a format that the card cannot resolve.
 HRESULT checkResolveSupport(ID3D11Device& device, DXGI_FORMAT format) {
     UINT support = 0;
@@ -48,7 +53,7 @@ HRESULT readBackSurface(ID3D11Device& device, ID3D11DeviceContext& context, ID3D
     texture.GetDesc(&description);
     description.SampleDesc = {1, 0};
     ComShared<ID3D11Texture2D> temporary;
-    if (const HRESULT result = createTexture2D(device, description, nullptr, temporary); FAILED(result)) {
+    if (const HRESULT result = createTexture(device, description, temporary); FAILED(result)) {
         return result;
     }
     if (const HRESULT result = checkResolveSupport(device, description.Format); FAILED(result)) {
@@ -60,7 +65,7 @@ HRESULT readBackSurface(ID3D11Device& device, ID3D11DeviceContext& context, ID3D
     description.BindFlags = 0;
     description.CPUAccessFlags = D3D11_CPU_ACCESS_READ;
     ComShared<ID3D11Texture2D> staging;
-    if (const HRESULT result = createTexture2D(device, description, nullptr, staging); FAILED(result)) {
+    if (const HRESULT result = createTexture(device, description, staging); FAILED(result)) {
         return result;
     }
     // The surface itself and not what was resolved: the comparison is about the memory under test.

@@ -34,6 +34,24 @@ constexpr std::array inputElements = {
     D3D11_INPUT_ELEMENT_DESC{"TEXCOORD", 0, DXGI_FORMAT_R32G32_FLOAT, 0, 12, D3D11_INPUT_PER_VERTEX_DATA, 0},
 };
 
+constexpr D3D11_TEXTURE2D_DESC textureDescription(DXGI_FORMAT format, UINT bindFlags) {
+    D3D11_TEXTURE2D_DESC description{};
+    description.Width = surfaceExtent;
+    description.Height = surfaceExtent;
+    description.MipLevels = 1;
+    description.ArraySize = 1;
+    description.Format = format;
+    description.SampleDesc = {1, 0};
+    description.Usage = D3D11_USAGE_DEFAULT;
+    description.BindFlags = bindFlags;
+    return description;
+}
+
+HRESULT createTexture(ID3D11Device& device, const D3D11_TEXTURE2D_DESC& description,
+                      ComShared<ID3D11Texture2D>& texture) {
+    return createCom(texture, [&](auto out) { return device.CreateTexture2D(&description, nullptr, out); });
+}
+
 template <typename Content>
 HRESULT createBuffer(ID3D11Device& device, const Content& content, UINT bindFlags,
                      ComShared<ID3D11Buffer>& buffer) {
@@ -57,9 +75,9 @@ HRESULT SurfaceRenderPipeline::create(ID3D11Device& device, ID3D11DeviceContext&
 }
 
 HRESULT SurfaceRenderPipeline::createTarget(ID3D11Device& device, ID3D11DeviceContext& context) {
-    static constexpr auto description = surfaceTextureDescription(
-        DXGI_FORMAT_R8G8B8A8_UNORM, D3D11_BIND_RENDER_TARGET | D3D11_BIND_SHADER_RESOURCE);
-    if (const HRESULT result = createTexture2D(device, description, nullptr, targetTexture); FAILED(result)) {
+    static constexpr auto description =
+        textureDescription(DXGI_FORMAT_R8G8B8A8_UNORM, D3D11_BIND_RENDER_TARGET | D3D11_BIND_SHADER_RESOURCE);
+    if (const HRESULT result = createTexture(device, description, targetTexture); FAILED(result)) {
         return result;
     }
     D3D11_RENDER_TARGET_VIEW_DESC view{};
@@ -100,11 +118,11 @@ HRESULT SurfaceRenderPipeline::createVertexBuffer(ID3D11Device& device) {
 }
 
 HRESULT SurfaceRenderPipeline::createDepth(ID3D11Device& device, ID3D11DeviceContext& context) {
-    static constexpr auto texture = surfaceTextureDescription(depthFormat, D3D11_BIND_DEPTH_STENCIL);
+    static constexpr auto texture = textureDescription(depthFormat, D3D11_BIND_DEPTH_STENCIL);
     static constexpr auto state = depthStencilDescription();
     static constexpr auto view = depthViewDescription();
 
-    HRESULT result = createTexture2D(device, texture, nullptr, depthTexture);
+    HRESULT result = createTexture(device, texture, depthTexture);
     if (FAILED(result)) {
         return result;
     }

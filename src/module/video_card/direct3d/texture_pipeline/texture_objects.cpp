@@ -8,6 +8,11 @@ namespace {
 
 constexpr UINT pixelBytes = sizeof(std::uint32_t);
 
+HRESULT createTexture(ID3D11Device& device, const D3D11_TEXTURE2D_DESC& description,
+                      const D3D11_SUBRESOURCE_DATA* content, ComShared<ID3D11Texture2D>& texture) {
+    return createCom(texture, [&](auto out) { return device.CreateTexture2D(&description, content, out); });
+}
+
 constexpr D3D11_TEXTURE2D_DESC targetDescription() {
     D3D11_TEXTURE2D_DESC description{};
     description.Width = patternExtent;
@@ -57,7 +62,7 @@ HRESULT createRenderTarget(ID3D11Device& device, std::span<const std::uint32_t> 
                            TextureRenderTarget& target) {
     static constexpr auto description = targetDescription();
     const D3D11_SUBRESOURCE_DATA content{pixels.data(), description.Width * pixelBytes, 0};
-    HRESULT result = createTexture2D(device, description, &content, target.texture);
+    HRESULT result = createTexture(device, description, &content, target.texture);
     if (FAILED(result)) {
         return result;
     }
@@ -79,7 +84,7 @@ HRESULT createStagingCopy(ID3D11Device& device, const TextureRenderTarget& targe
     description.Usage = D3D11_USAGE_STAGING;
     description.BindFlags = 0;
     description.CPUAccessFlags = D3D11_CPU_ACCESS_READ;
-    return createTexture2D(device, description, nullptr, staging);
+    return createTexture(device, description, nullptr, staging);
 }
 
 HRESULT createSampledTexture(ID3D11Device& device, const TextureRenderTarget& target,
@@ -93,7 +98,7 @@ HRESULT createSampledTexture(ID3D11Device& device, const TextureRenderTarget& ta
     description.BindFlags = D3D11_BIND_SHADER_RESOURCE;
     description.CPUAccessFlags = 0;
     const D3D11_SUBRESOURCE_DATA content{image.data(), description.Width * pixelBytes, 0};
-    HRESULT result = createTexture2D(device, description, &content, sampled.texture);
+    HRESULT result = createTexture(device, description, &content, sampled.texture);
     if (SUCCEEDED(result)) {
         result = createResourceView(device, *sampled.texture, descriptionOf(*sampled.texture),
                                     sampled.shaderResourceView);
