@@ -203,6 +203,25 @@ TEST_F(AccessibleDialogBaseTest, LooksForPicturesWithoutRegardToCase) {
     EXPECT_TRUE(pictures().at(1).startsWith("warning_"));
 }
 
+TEST_F(AccessibleDialogBaseTest, ReadsAPictureAsText) {
+    environment.sheet = "QLabel#a { image: url(\":/lines.svg\") }";
+    environment.fakeDesktop.useLightOnDark();
+    const AccessibleDialogBase dialog;
+    ASSERT_EQ(pictures().size(), 1);
+    EXPECT_EQ(readAll(temporary.path() + "/pictures/" + pictures().first()),
+              "<svg>\n<path fill=\"#ffffff\"/>\n</svg>\n");
+}
+
+TEST_F(AccessibleDialogBaseTest, CopiesAPictureWithoutANameAndWithoutAFillUnderANameOfItsOwn) {
+    environment.sheet = "QLabel#a { image: url(\":/.svg\") }";
+    environment.fakeDesktop.useLightOnDark();
+    const AccessibleDialogBase dialog;
+    ASSERT_EQ(pictures().size(), 1);
+    EXPECT_TRUE(pictures().first().startsWith("temp_svg_")) << pictures().first().toStdString();
+    EXPECT_EQ(readAll(temporary.path() + "/pictures/" + pictures().first()),
+              "<svg><path d=\"M0 0\"/></svg>\n");
+}
+
 TEST_F(AccessibleDialogBaseTest, LeavesAPictureAloneWhereNoCopyCanBeWritten) {
     const auto file = (temporary.path() + "/file").toStdString();
     std::ofstream(file) << "in the way";

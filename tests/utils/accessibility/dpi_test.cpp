@@ -108,7 +108,8 @@ TEST(DpiTable, ScalesASizeByItsShareOfTheReference) {
 }
 
 TEST_F(DpiTest, AsksForThePrimaryMonitorAndGivesTheLibraryBack) {
-    EXPECT_EQ(primaryMonitorDpi(), 150);
+    environment.fakeDesktop.primary = reinterpret_cast<void*>(std::uintptr_t{7});
+    EXPECT_EQ(primaryMonitorDpi(), 157) << "that of this monitor, and the horizontal one";
     EXPECT_EQ(library.calls,
               (std::vector<std::string>{"load shcore.dll 1", "awareness 2", "dpi type 0", "release"}));
 }
