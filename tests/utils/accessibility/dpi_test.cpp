@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstring>
 
 namespace vexil::utils::accessibility {
@@ -144,6 +145,13 @@ TEST_F(DpiTest, IsOneHiddenChildOfTheFirstTopLevelWidget) {
     EXPECT_EQ(dpi->parentWidget(), &window);
     window.show();
     EXPECT_FALSE(dpi->isVisible());
+}
+
+TEST_F(DpiTest, BelongsToTheFirstOfSeveralTopLevelWidgets) {
+    const std::array<QWidget, 3> windows;
+    QWidget* first = QApplication::topLevelWidgets().constFirst();
+    ASSERT_NE(Dpi::instance(), nullptr);
+    EXPECT_EQ(Dpi::instance()->parentWidget(), first);
 }
 
 TEST_F(DpiTest, IsMadeAnewAfterItsWindowTookItAlong) {
