@@ -325,6 +325,15 @@ TEST(AdlMemory, GivesANegativeTotalAsItsBits) {
     EXPECT_EQ(totalMemoryOf(amd.contexts).bytes, 0xFFFFFFFFFFFFFFFFULL);
 }
 
+TEST(AdlMemory, IsZeroInATotalThatTheCallDoesNotWrite) {
+    AdlFixture amd;
+    auto card = healthyCard(7);
+    card.memoryBytes.reset();
+    put(card);
+    EXPECT_EQ(totalMemoryOf(amd.contexts).status, Status::Ok);
+    EXPECT_EQ(totalMemoryOf(amd.contexts).bytes, 0U);
+}
+
 TEST(AdlMemory, CountsUsageThatTheCallDoesNotWriteAsZero) {
     AdlFixture amd;
     auto card = healthyCard(7);

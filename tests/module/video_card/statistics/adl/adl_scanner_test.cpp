@@ -109,6 +109,17 @@ TEST_F(AdlScanner, GoesOnWithTheVersionIfTheGenerationFailsWithSupportedLeftAtZe
     EXPECT_TRUE(scan().empty()) << "the version test, not the skip test, leaves this one out";
 }
 
+TEST_F(AdlScanner, GivesACardNothingOfTheOneBeforeIt) {
+    auto first = healthyCard(7);
+    first.adapters = {adapterAt(1, 1, 0, 0)};
+    simulated::AdlCardSection silent;
+    silent.adapters = {adapterAt(2, 2, 1, 1)};
+    simulated::setAdlMachine({{}, {first, silent}});
+    const auto sources = scan();
+    ASSERT_EQ(sources.size(), 1U) << "a version that was not told is 0, whatever the last one was";
+    EXPECT_TRUE(matches(*sources[0], "01:00.0"));
+}
+
 TEST_F(AdlScanner, GoesOnWithTheVersionOfACardThatIsNotSupported) {
     auto card = healthyCard(6);
     card.overdriveSupported = 0;

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
@@ -34,9 +35,11 @@ public:
     std::uint32_t flags = 0;                     ///< of the last loading
     platform::nvapi::Status initializeStatus = platform::nvapi::ok;
     platform::nvapi::Status unloadStatus = platform::nvapi::ok;
+    std::function<void(const std::string& name)> onLoad = [](const std::string&) {};
 
     void* load(const char* name, std::uint32_t loadFlags) override {
         flags = loadFlags;
+        onLoad(name);
         const bool missing = missingLibraries.contains(name);
         events.push_back((missing ? "miss " : "load ") + std::string(name));
         return missing ? nullptr : this;
