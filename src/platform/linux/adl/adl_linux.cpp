@@ -53,9 +53,9 @@ adl::AdapterInfo describe(const AmdgpuCard& card, std::size_t index) {
     adl::AdapterInfo info{};
     info.iSize = sizeof(info);
     info.iAdapterIndex = static_cast<std::int32_t>(index);
-    info.iBusNumber = static_cast<std::int32_t>(card.bus);
-    info.iDeviceNumber = static_cast<std::int32_t>(card.device);
-    info.iFunctionNumber = static_cast<std::int32_t>(card.function);
+    info.iBusNumber = static_cast<std::int32_t>(card.address.bus);
+    info.iDeviceNumber = static_cast<std::int32_t>(card.address.device);
+    info.iFunctionNumber = static_cast<std::int32_t>(card.address.function);
     info.iVendorID = driverVendorId;
     info.iPresent = 1;
     info.iExist = 1;
