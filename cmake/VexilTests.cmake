@@ -20,6 +20,7 @@ set(VEXIL_SANITIZED_THREAD_TESTS
 set(VEXIL_SANITIZED_ADDRESS_TESTS
   ${VEXIL_SANITIZED_THREAD_TESTS}
   system_tests
+  vexil_adl_linux_tests
   vexil_adl_tests
   vexil_cpu_tests
   vexil_cuda_tests

@@ -4,8 +4,10 @@
 #include "platform/linux/system_roots.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdio>
 #include <mutex>
+#include <new>
 #include <optional>
 #include <vector>
 
@@ -28,8 +30,10 @@ struct Library {
 };
 
 Library& library() {
-    // Never destroyed: the module ends its use of ADL when the statics of this library are gone.
-    static auto& only = *new Library;
+    // Never destroyed: the module ends its use of ADL when the statics of this library are gone. In place, so
+    // that a library that is loaded and unloaded again, as without a card, leaves nothing behind.
+    alignas(Library) static std::byte place[sizeof(Library)];
+    static auto& only = *new (place) Library;
     return only;
 }
 
@@ -107,7 +111,7 @@ VEXIL_SHARED_API adl::Status ADL_Main_Control_Destroy() {
         return adl::notInitialized;
     }
     if (--library().users == 0) {
-        library().cards.clear();
+        library().cards = std::vector<AmdgpuCard>();
     }
     return adl::ok;
 }
