@@ -370,6 +370,25 @@ TEST(AdlMemory, IsUnavailableWithoutItsFunctionsOrTheLibrary) {
     EXPECT_EQ(freeMemoryOf(none.contexts).status, Status::Unavailable);
 }
 
+std::int32_t sentMegabytes = -1;
+
+adl::Status lookAtVramUsage(adl::ContextHandle context, std::int32_t adapter, std::int32_t* megabytes) {
+    sentContext = context;
+    sentAdapter = adapter;
+    sentMegabytes = *megabytes;
+    return adl::error;
+}
+
+TEST(AdlMemory, AsksForTheUsageInTheDefaultContext) {
+    AdlFixture amd;
+    amd.loader.replacements["ADL2_Adapter_VRAMUsage_Get"] = addressOf(lookAtVramUsage);
+    sentContext = &sentKind;
+    EXPECT_EQ(freeMemoryOf(amd.contexts).status, Status::Unavailable);
+    EXPECT_EQ(sentContext, nullptr);
+    EXPECT_EQ(sentAdapter, 4);
+    EXPECT_EQ(sentMegabytes, 0);
+}
+
 /// A class that overrides the slot, to see that the free memory is told from it.
 class Larger final : public ADLDeviceStatistics {
 public:
