@@ -1,13 +1,12 @@
+#include "core/never_destroyed.h"
 #include "core/shared_api.h"
 #include "platform/adl.h"
 #include "platform/linux/adl/amdgpu_cards.h"
 #include "platform/linux/system_roots.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <cstdio>
 #include <mutex>
-#include <new>
 #include <optional>
 #include <vector>
 
@@ -30,11 +29,9 @@ struct Library {
 };
 
 Library& library() {
-    // Never destroyed: the module ends its use of ADL when the statics of this library are gone. In place, so
-    // that a library that is loaded and unloaded again, as without a card, leaves nothing behind.
-    alignas(Library) static std::byte place[sizeof(Library)];
-    static auto& only = *new (place) Library;
-    return only;
+    // Never destroyed: the module ends its use of ADL when the statics of this library are gone.
+    static vexil::core::NeverDestroyed<Library> only;
+    return only.get();
 }
 
 void lookForCards(Library& state) {
@@ -111,6 +108,7 @@ VEXIL_SHARED_API adl::Status ADL_Main_Control_Destroy() {
         return adl::notInitialized;
     }
     if (--library().users == 0) {
+        // With its memory, which nothing would free when this library is unloaded; from "{}" it would keep it.
         library().cards = std::vector<AmdgpuCard>();
     }
     return adl::ok;
