@@ -108,7 +108,8 @@ VEXIL_SHARED_API adl::Status ADL_Main_Control_Destroy() {
         return adl::notInitialized;
     }
     if (--library().users == 0) {
-        // With its memory, which nothing would free when this library is unloaded; from "{}" it would keep it.
+        // With its memory, which nothing would free when this library is unloaded; from "{}" it would keep
+        // it.
         library().cards = std::vector<AmdgpuCard>();
     }
     return adl::ok;
