@@ -130,6 +130,7 @@ TEST_F(NvapiScanner, SkipsAGpuForAnIntegerOrATextAndLetsEverythingElseOut) {
     loads = 0;
     firstTime = [] { throw std::runtime_error("not one of the two"); };
     EXPECT_THROW(scan(), std::runtime_error);
+    EXPECT_EQ(nvidia_.access.unload(), -4) << "no reference is left";
 }
 
 TEST_F(NvapiScanner, TakesNoMoreThan64GpusWhateverTheCount) {
