@@ -14,6 +14,7 @@
 # libraries that it does not see into (Qt).
 set(VEXIL_SANITIZED_THREAD_TESTS
   vexil_core_tests
+  vexil_cuda_tests
   vexil_parameter_tests
   vexil_random_tests
   vexil_scenario_tests
@@ -24,7 +25,6 @@ set(VEXIL_SANITIZED_ADDRESS_TESTS
   vexil_adl_linux_tests
   vexil_adl_tests
   vexil_cpu_tests
-  vexil_cuda_tests
   vexil_d3dkmt_statistics_tests
   vexil_driver_service_tests
   vexil_entry_tests

@@ -193,7 +193,26 @@ TEST(CudaDeviceCode, ReadsTheThirdOperandInTheAdvancedKernelsOnly) {
     }
 }
 
-// What the speed on a card hangs on: 128-bit accesses, many of them before the first result is used.
+TEST(CudaDeviceCode, ReachesMemoryBy32Or64Bits) {
+    const std::string flag = "u8"; // cleared, never read
+    const std::set<std::string> widths = {flag, "u32", "s32", "f32", "b32", "u64", "b64", "v2.u32", "v2.b32"};
+    for (std::size_t file = 0; file < registered.size(); ++file) {
+        std::istringstream words(ptxOf(file));
+        int accesses = 0;
+        for (std::string word; words >> word;) {
+            for (const std::string access :
+                 {"ld.global.", "st.global.", "ld.volatile.global.", "st.volatile.global."}) {
+                if (word.starts_with(access)) {
+                    ++accesses;
+                    EXPECT_TRUE(widths.contains(word.substr(access.size()))) << word << " in file " << file;
+                }
+            }
+        }
+        EXPECT_GT(accesses, 0) << file;
+    }
+}
+
+// What the speed on a card hangs on: wide accesses, many of them before the first result is used.
 TEST(CudaDeviceCode, KeepsWholeBatchesOfVectorsInFlight) {
     const auto longestRun = [](const std::string& kernel, const std::string& instruction) {
         std::istringstream lines(kernel);
@@ -206,14 +225,14 @@ TEST(CudaDeviceCode, KeepsWholeBatchesOfVectorsInFlight) {
         }
         return longest;
     };
-    EXPECT_GE(longestRun(kernelText(ptxOf(0), "address_kernel_check"), "ld.global.v4.u32"), 30);
-    EXPECT_GE(longestRun(kernelText(ptxOf(1), "block_move_kernel_move"), "ld.global.v4.u32"), 30);
-    EXPECT_GE(longestRun(kernelText(ptxOf(1), "block_move_kernel_check"), "ld.global.v4.u32"), 30);
-    EXPECT_GE(longestRun(kernelText(ptxOf(2), "memory_fault_kernel_check"), "ld.global.v4.u32"), 30);
-    EXPECT_GE(longestRun(kernelText(ptxOf(4), "moving_inversion_kernel_check"), "ld.global.v4.u32"), 30);
-    EXPECT_GE(longestRun(kernelText(ptxOf(5), "RandomNumberSequenceKernelCheck"), "ld.global.v4.u32"), 30);
-    EXPECT_GE(longestRun(kernelText(ptxOf(5), "RandomNumberSequenceKernelWrite"), "ld.global.v4.u32"), 30);
-    EXPECT_GE(longestRun(kernelText(ptxOf(0), "address_kernel_write"), "st.global.v4.u32"), 1);
+    EXPECT_GE(longestRun(kernelText(ptxOf(0), "address_kernel_check"), "ld.global.v2.u32"), 60);
+    EXPECT_GE(longestRun(kernelText(ptxOf(1), "block_move_kernel_move"), "ld.global.v2.u32"), 60);
+    EXPECT_GE(longestRun(kernelText(ptxOf(1), "block_move_kernel_check"), "ld.global.v2.u32"), 60);
+    EXPECT_GE(longestRun(kernelText(ptxOf(2), "memory_fault_kernel_check"), "ld.global.v2.u32"), 60);
+    EXPECT_GE(longestRun(kernelText(ptxOf(4), "moving_inversion_kernel_check"), "ld.global.v2.u32"), 60);
+    EXPECT_GE(longestRun(kernelText(ptxOf(5), "RandomNumberSequenceKernelCheck"), "ld.global.v2.u32"), 60);
+    EXPECT_GE(longestRun(kernelText(ptxOf(5), "RandomNumberSequenceKernelWrite"), "ld.global.v2.u32"), 60);
+    EXPECT_GE(longestRun(kernelText(ptxOf(0), "address_kernel_write"), "st.global.v2.u32"), 2);
 }
 
 // The walks that check and rewrite: each load follows the store to the word before it, so that a store which

@@ -61,7 +61,6 @@ VEXIL_MEMORY_KERNEL RandomNumberSequenceKernelCheck(Word chunkBytes, Byte* base,
     const Word paired = pairedBytes(chunk, reference, chunkBytes);
     Vector different = sameWords(0);
     for (Word first = 0; first < paired; first += pairBytes) {
-        prefetchAhead<true>(chunk + first, pairBytes, paired - first);
         Vector wanted[pairsInFlight], seen[pairsInFlight];
         VEXIL_UNROLL
         for (Word k = 0; k < pairsInFlight; ++k) {
@@ -89,7 +88,6 @@ VEXIL_MEMORY_KERNEL RandomNumberSequenceKernelCheckWrite(Word chunkBytes, Byte* 
     }
     const Word paired = pairedBytes(chunk, reference, chunkBytes);
     for (Word first = 0; first < paired; first += pairBytes) {
-        prefetchAhead<true>(chunk + first, pairBytes, paired - first);
         Vector wanted[pairsInFlight], seen[pairsInFlight];
         VEXIL_UNROLL
         for (Word k = 0; k < pairsInFlight; ++k) {

@@ -56,7 +56,6 @@ VEXIL_INLINE bool anyWordDiffers(const Byte* chunk, Word bytes, Word expected) {
     Vector different = sameWords(0);
     for (Word batch = 0; batch < batches; ++batch) {
         const Byte* const first = chunk + part<ascending>(batch, batches) * batchBytes;
-        prefetchAhead<ascending>(first, batchBytes, batched - batch * batchBytes);
         Vector seen[vectorsInFlight];
         VEXIL_UNROLL
         for (Word k = 0; k < vectorsInFlight; ++k) {
@@ -79,7 +78,6 @@ VEXIL_INLINE bool exchangeVectors(Byte* chunk, Word bytes, Word expected, Word n
     const Word batched = batchedBytes(chunk, bytes);
     Vector different = sameWords(0);
     for (Word first = 0; first < batched; first += batchBytes) {
-        prefetchAhead<true>(chunk + first, batchBytes, batched - first);
         Vector seen[vectorsInFlight];
         VEXIL_UNROLL
         for (Word k = 0; k < vectorsInFlight; ++k) {
@@ -118,7 +116,6 @@ VEXIL_INLINE bool exchangeWords(Byte* chunk, Word bytes, Word expected, Word nex
     Byte* const groups = ascending ? chunk : chunk + single;
     for (Word done = 0; done < grouped; done += groupBytes) {
         Byte* const first = groups + (ascending ? done : grouped - groupBytes - done);
-        prefetchAhead<ascending>(first, groupBytes, grouped - done);
         Word seen[wordsInFlight];
         VEXIL_UNROLL
         for (Word k = 0; k < wordsInFlight; ++k) {
@@ -143,7 +140,6 @@ VEXIL_INLINE bool exchangeWords(Byte* chunk, Word bytes, Word expected, Word nex
 VEXIL_INLINE void copyWords(Byte* to, const Byte* from, Word bytes) {
     const Word batched = reinterpret_cast<LongWord>(to) % vectorBytes == 0 ? batchedBytes(from, bytes) : 0;
     for (Word first = 0; first < batched; first += batchBytes) {
-        prefetchAhead<true>(from + first, batchBytes, batched - first);
         Vector moved[vectorsInFlight];
         VEXIL_UNROLL
         for (Word k = 0; k < vectorsInFlight; ++k) {
