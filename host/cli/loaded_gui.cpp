@@ -8,16 +8,26 @@ namespace vexil::host {
 
 namespace {
 
-std::unique_ptr<Gui> load(const std::filesystem::path& programFolder) {
+void* open(const std::filesystem::path& file) {
     std::string reason;
-    void* library = platform::openForProcess(programFolder / platform::guiFileName(), reason);
+    void* library = platform::openForProcess(file, reason);
     if (library == nullptr) {
         throw InternalError("the window of the test cannot be made: " + reason);
     }
+    return library;
+}
+
+std::unique_ptr<Gui> load(const std::filesystem::path& programFolder) {
+    void* library = open(programFolder / platform::guiFileName());
     const auto make = reinterpret_cast<Gui* (*)()>(platform::symbolOf(library, "makeHostGui"));
     if (make == nullptr) {
         throw InternalError(std::string("the window of the test cannot be made: ") + platform::guiFileName() +
                             " is not the program's library");
+    }
+    // Qt, which is there now, would end the process without it, on Windows behind a box that waits for a
+    // click.
+    if (const auto plugin = platform::neededGuiPlugin(); !plugin.empty()) {
+        open(programFolder / plugin);
     }
     return std::unique_ptr<Gui>(make());
 }
@@ -28,11 +38,6 @@ bool LoadedGui::hasDisplay() const { return displayCanBeReached(); }
 
 void LoadedGui::run(bool visible, const Language& language, const std::string& translationContext,
                     const Work& work) {
-    const auto missing = platform::missingGuiPlugin(programFolder_);
-    if (!missing.empty()) {
-        throw InternalError("the window of the test cannot be made: the plug-in '" + missing +
-                            "' is missing");
-    }
     if (!gui_) {
         gui_ = load(programFolder_);
     }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <filesystem>
-#include <string>
 
 namespace vexil::host::platform {
 
@@ -12,7 +11,8 @@ namespace vexil::host::platform {
 /// The file of the library that holds the GUI, beside the program.
 [[nodiscard]] const char* guiFileName();
 
-/// The plug-in without which Qt would end the process, if it is not where this program keeps it; else empty.
-[[nodiscard]] std::string missingGuiPlugin(const std::filesystem::path& programFolder);
+/// The plug-in without which Qt would end the process, as a path from the program's folder. Empty where Qt
+/// and its plug-ins are the system's, or the user's choice.
+[[nodiscard]] std::filesystem::path neededGuiPlugin();
 
 } // namespace vexil::host::platform

@@ -90,9 +90,17 @@ protected:
     }
 
 private:
+    static bool usedByThisProgram(const std::string& name) {
+        return name.starts_with("lib") && name.ends_with(".dll");
+    }
     static void link(const fs::directory_entry& entry, const fs::path& place) {
-        // The libraries of Direct3D are links to where they are installed.
-        entry.is_symlink() ? fs::copy_symlink(entry, place) : fs::create_hard_link(entry, place);
+        if (entry.is_symlink()) {
+            fs::copy_symlink(entry, place); // Direct3D, where it is installed
+        } else if (usedByThisProgram(place.filename().string())) {
+            fs::copy_file(entry, place); // Windows would not let go of another link to it
+        } else {
+            fs::create_hard_link(entry, place);
+        }
     }
 
     fs::path folder_;

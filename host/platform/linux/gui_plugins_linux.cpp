@@ -9,6 +9,6 @@ const char* guiPlugins(bool visible) { return visible ? "xcb;offscreen" : "offsc
 const char* guiFileName() { return "libvxe-host-gui.so"; }
 
 // Qt and its plug-ins are the system's here.
-std::string missingGuiPlugin(const std::filesystem::path&) { return {}; }
+std::filesystem::path neededGuiPlugin() { return {}; }
 
 } // namespace vexil::host::platform

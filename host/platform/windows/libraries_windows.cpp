@@ -31,9 +31,8 @@ void* open(const std::filesystem::path& file, std::string& reason) {
         reason = lastErrorText();
         // The system says that something is missing, and not what.
         const auto culprit = culpritAmongImports(file);
-        if (!culprit.empty()) {
-            reason = culprit + " (" + reason + ')';
-        }
+        reason = culprit.empty() ? '\'' + vexil::platform::toUtf8(file.filename().native()) + "': " + reason
+                                 : culprit + " (" + reason + ')';
     }
     return library;
 }
