@@ -19,8 +19,7 @@ TEST(PatternShaders, BelongToTheSourcesBesideThem) { expectBytecodeOfItsSources(
 TEST(PatternShaders, HaveOneSourceEach) { expectOneSourceForEachBytecode(VEXIL_TEST_DATA); }
 
 TEST(PatternShaders, StandInTheProgramAsTheyAreInTheTree) {
-    expectEmbedded(VEXIL_TEST_DATA, {{"pattern_quad.vs.dxbc", shaders::patternQuadVertexShader},
-                                     {"pattern_quad.ps.dxbc", shaders::patternQuadPixelShader}});
+    expectEmbedded(VEXIL_TEST_DATA, {{"pattern_quad.ps.dxbc", shaders::patternQuadPixelShader}});
 }
 
 class TexturePassTest : public testing::Test {
