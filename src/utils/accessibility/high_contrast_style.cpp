@@ -58,10 +58,6 @@ void applyButtonRules(StyleRule& rule, const HighContrastStyle& style) {
         properties["border-radius"] = "14px";
         properties.erase("animation");
         properties.erase("border-style");
-        if (hover) {
-            properties["background-color"] = style.highlightColor;
-            properties["border"] = "none";
-        }
     }
     if (contains(selector, "objectName*=")) {
         properties.erase("border-color");

@@ -37,6 +37,18 @@ protected:
         return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString("(missing)");
     }
 
+    /// As Qt hands out Windows' message of a change of theme. True if a filter has kept it.
+    static bool sendThemeMessage() {
+        struct {
+            void* window = nullptr;
+            std::uint32_t number = 794;
+            std::uint64_t rest[5] = {};
+        } message;
+        qintptr result = 0;
+        return QAbstractEventDispatcher::instance()->filterNativeEvent("windows_generic_MSG", &message,
+                                                                       &result);
+    }
+
     test::FakeDialogEnvironment environment;
     QTemporaryDir temporary;
 };
@@ -120,33 +132,20 @@ TEST_F(AccessibleDialogBaseTest, ReadsTheColoursAnewAtEachChange) {
 }
 
 TEST_F(AccessibleDialogBaseTest, HearsNativeMessagesOnlyWhileItLives) {
-    struct {
-        void* window = nullptr;
-        std::uint32_t number = 794;
-        std::uint64_t rest[5] = {};
-    } message;
-    auto* dispatcher = QAbstractEventDispatcher::instance();
-    qintptr result = 0;
     {
         AccessibleDialogBase dialog;
         environment.fakeDesktop.useLightOnDark();
-        EXPECT_TRUE(dispatcher->filterNativeEvent("windows_generic_MSG", &message, &result));
+        EXPECT_TRUE(sendThemeMessage());
         EXPECT_TRUE(test::runEventsUntil([&] { return dialog.styleSheet().contains("#ffffff"); }, 1s));
     }
-    EXPECT_FALSE(dispatcher->filterNativeEvent("windows_generic_MSG", &message, &result));
+    EXPECT_FALSE(sendThemeMessage());
 }
 
 TEST_F(AccessibleDialogBaseTest, KeepsTheMessageFromDialogsThatAreOlder) {
-    struct {
-        void* window = nullptr;
-        std::uint32_t number = 794;
-        std::uint64_t rest[5] = {};
-    } message;
     AccessibleDialogBase older;
     AccessibleDialogBase newer;
     environment.fakeDesktop.useLightOnDark();
-    qintptr result = 0;
-    QAbstractEventDispatcher::instance()->filterNativeEvent("windows_generic_MSG", &message, &result);
+    EXPECT_TRUE(sendThemeMessage());
     test::runEvents(200ms);
     EXPECT_NE(newer.styleSheet(), newer.baseStyleSheet());
     EXPECT_EQ(older.styleSheet(), older.baseStyleSheet());
@@ -201,6 +200,25 @@ TEST_F(AccessibleDialogBaseTest, LooksForPicturesWithoutRegardToCase) {
     ASSERT_EQ(pictures().size(), 2);
     EXPECT_TRUE(pictures().at(0).startsWith("error_"));
     EXPECT_TRUE(pictures().at(1).startsWith("warning_"));
+}
+
+TEST_F(AccessibleDialogBaseTest, ReadsAPictureAsText) {
+    environment.sheet = "QLabel#a { image: url(\":/lines.svg\") }";
+    environment.fakeDesktop.useLightOnDark();
+    const AccessibleDialogBase dialog;
+    ASSERT_EQ(pictures().size(), 1);
+    EXPECT_EQ(readAll(temporary.path() + "/pictures/" + pictures().first()),
+              "<svg>\n<path fill=\"#ffffff\"/>\n</svg>\n");
+}
+
+TEST_F(AccessibleDialogBaseTest, CopiesAPictureWithoutANameAndWithoutAFillUnderANameOfItsOwn) {
+    environment.sheet = "QLabel#a { image: url(\":/.svg\") }";
+    environment.fakeDesktop.useLightOnDark();
+    const AccessibleDialogBase dialog;
+    ASSERT_EQ(pictures().size(), 1);
+    EXPECT_TRUE(pictures().first().startsWith("temp_svg_")) << pictures().first().toStdString();
+    EXPECT_EQ(readAll(temporary.path() + "/pictures/" + pictures().first()),
+              "<svg><path d=\"M0 0\"/></svg>\n");
 }
 
 TEST_F(AccessibleDialogBaseTest, LeavesAPictureAloneWhereNoCopyCanBeWritten) {

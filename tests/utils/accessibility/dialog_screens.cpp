@@ -204,6 +204,26 @@ TEST(DialogScreens, EveryIconWithEveryButton) {
     }
 }
 
+TEST(DialogScreens, GrowWithTheResolutionAsFarAsTheScreenAllows) {
+    struct Row {
+        int dpi;
+        QSize size; ///< of 440 by 300 on the reference screen
+    };
+    // The screen is 1280 wide, so that 192 dots an inch are no more than 1.6 times the reference.
+    constexpr std::array rows = {Row{96, {440, 300}}, Row{144, {660, 450}}, Row{192, {704, 480}}};
+    const auto dpi = static_cast<int>(QGuiApplication::primaryScreen()->logicalDotsPerInchX());
+    const auto row = std::ranges::find(rows, dpi, &Row::dpi);
+    ASSERT_NE(row, rows.end()) << dpi;
+    test::FakeDialogEnvironment environment;
+    InputRequest request;
+    const GenericInputDialog dialog(request, "VIDEO_CARD");
+    EXPECT_EQ(utils::accessibility::Dpi::instance()->scaledSize({440, 300}), row->size);
+    EXPECT_EQ(dialog.width(), row->size.width());
+    const auto* icon = dialog.findChild<QWidget*>("generic_input_question_icon");
+    ASSERT_NE(icon, nullptr);
+    EXPECT_EQ(icon->width(), 40 * row->size.height() / 300);
+}
+
 TEST(DialogScreens, TextsThatAreTooLong) {
     const test::KeyTranslator texts("VIDEO_CARD", {{"YES", "Ja, den Belastungstest jetzt beginnen"},
                                                    {"NO", "Nein, die Karte zuerst abkühlen lassen"}});

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstring>
 
 namespace vexil::utils::accessibility {
@@ -108,7 +109,8 @@ TEST(DpiTable, ScalesASizeByItsShareOfTheReference) {
 }
 
 TEST_F(DpiTest, AsksForThePrimaryMonitorAndGivesTheLibraryBack) {
-    EXPECT_EQ(primaryMonitorDpi(), 150);
+    environment.fakeDesktop.primary = reinterpret_cast<void*>(std::uintptr_t{7});
+    EXPECT_EQ(primaryMonitorDpi(), 157) << "that of this monitor, and the horizontal one";
     EXPECT_EQ(library.calls,
               (std::vector<std::string>{"load shcore.dll 1", "awareness 2", "dpi type 0", "release"}));
 }
@@ -143,6 +145,13 @@ TEST_F(DpiTest, IsOneHiddenChildOfTheFirstTopLevelWidget) {
     EXPECT_EQ(dpi->parentWidget(), &window);
     window.show();
     EXPECT_FALSE(dpi->isVisible());
+}
+
+TEST_F(DpiTest, BelongsToTheFirstOfSeveralTopLevelWidgets) {
+    const std::array<QWidget, 3> windows;
+    QWidget* first = QApplication::topLevelWidgets().constFirst();
+    ASSERT_NE(Dpi::instance(), nullptr);
+    EXPECT_EQ(Dpi::instance()->parentWidget(), first);
 }
 
 TEST_F(DpiTest, IsMadeAnewAfterItsWindowTookItAlong) {

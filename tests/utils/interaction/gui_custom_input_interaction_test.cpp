@@ -55,6 +55,33 @@ TEST_F(CustomInteraction, ShowsTheHostsWindowForTheTimeOfTheQuestion) {
     EXPECT_FALSE(window.isVisible());
 }
 
+TEST_F(CustomInteraction, RaisesAndActivatesAHostsWindowThatIsOpenAlready) {
+    class Noting final : public QObject {
+    public:
+        bool eventFilter(QObject*, QEvent* event) override {
+            raised = raised || event->type() == QEvent::ZOrderChange;
+            return false;
+        }
+        bool raised = false;
+    };
+    Noting noting;
+    QWidget window;
+    window.setAccessibleName("Default - Window");
+    window.show();
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    QApplication::processEvents();
+    ASSERT_EQ(QApplication::activeWindow(), &other);
+    window.installEventFilter(&noting);
+    present([&](QWidget*, InputRequestCloser*, std::int32_t) {
+        QApplication::processEvents();
+        EXPECT_TRUE(noting.raised);
+        EXPECT_EQ(QApplication::activeWindow(), &window);
+        return std::uint32_t{0};
+    });
+}
+
 TEST_F(CustomInteraction, TakesTheExactNameOnly) {
     QWidget other;
     other.setAccessibleName("Default - Window 2");

@@ -132,7 +132,8 @@ TEST_F(DialogInteraction, ClosesWithinASecondOfAStop) {
     present(request);
     const auto late = Clock::now() - stoppedAt;
     EXPECT_TRUE(context.stopped);
-    EXPECT_LT(late, 2500ms);
+    EXPECT_GT(late, 500ms) << "one look a second";
+    EXPECT_LT(late, 1700ms) << "a second, and what a busy machine adds";
     EXPECT_EQ(request.result, 0U);
 }
 

@@ -25,7 +25,9 @@ protected:
 TEST_F(InputDialogs, StandAboveAllOthersAndAreModal) {
     InputDialog dialog;
     EXPECT_TRUE(dialog.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+    EXPECT_EQ(dialog.windowType(), Qt::Window) << "the hint stands alone, without the type of a dialog";
     EXPECT_TRUE(dialog.isModal());
+    EXPECT_EQ(dialog.windowModality(), Qt::WindowModal);
     EXPECT_FALSE(dialog.testAttribute(Qt::WA_DeleteOnClose));
 }
 
@@ -75,7 +77,9 @@ TEST_F(InputDialogs, EndWithinASecondOfAStopAndKeepTheirResult) {
         context.stopped = true;
     });
     EXPECT_EQ(dialog.exec(), 3);
-    EXPECT_LT(Clock::now() - stoppedAt, 2500ms);
+    const auto late = Clock::now() - stoppedAt;
+    EXPECT_GT(late, 500ms) << "one look a second";
+    EXPECT_LT(late, 1700ms) << "a second, and what a busy machine adds";
     EXPECT_EQ(finished, std::vector<int>{0}) << "and were not done";
     EXPECT_TRUE(dialog.isVisible());
 }

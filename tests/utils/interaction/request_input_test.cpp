@@ -2,7 +2,10 @@
 #include "utils/interaction/gui_dialog_input_interaction.h"
 #include "utils/interaction/request_input.h"
 
+#include "support/key_translator.h"
 #include "utils/interaction/gui_fixture.h"
+
+#include <QtWidgets/QPushButton>
 
 namespace vexil::utils {
 namespace {
@@ -60,6 +63,27 @@ TEST_F(InputRequests, AreAWidgetsWithAWidgetAndItsTypeOnly) {
 TEST_F(InputRequests, WithTextsBringTheDialogsAnswer) {
     withOpenDialog([](QDialog& dialog) { dialog.close(); });
     EXPECT_EQ(request(0, nullptr, [](auto& interaction) { interaction->ask(); }), 0U);
+}
+
+TEST_F(InputRequests, WithTextsAreTranslatedInTheModulesContext) {
+    const test::KeyTranslator texts("VIDEO_CARD", {{"OK", "Okay"}});
+    QString text;
+    withOpenDialog([&text](QDialog& dialog) {
+        text = dialog.findChild<QPushButton*>("generic_input_button_ok")->text();
+        dialog.close();
+    });
+    request(0, nullptr, [](auto& interaction) { interaction->ask(); });
+    EXPECT_EQ(text, "Okay");
+}
+
+TEST_F(InputRequests, WithTextsAreShownWhereASilentQuestionWouldAnswerItself) {
+    withOpenDialog([](QDialog& dialog) { dialog.close(); });
+    InputRequest question;
+    question.kind = 1;
+    question.result = 9;
+    Host host([](auto& interaction) { interaction->ask(); });
+    runWorker([&] { requestInput(question, host); });
+    EXPECT_EQ(question.result, 0U) << "of the dialog that was closed; 1 without one";
 }
 
 TEST_F(InputRequests, ThatNobodyAsksStayUnanswered) {
