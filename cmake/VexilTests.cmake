@@ -22,6 +22,7 @@ set(VEXIL_SANITIZED_THREAD_TESTS
 set(VEXIL_SANITIZED_ADDRESS_TESTS
   ${VEXIL_SANITIZED_THREAD_TESTS}
   system_tests
+  vexil_adl_linux_tests
   vexil_adl_tests
   vexil_cpu_tests
   vexil_d3dkmt_statistics_tests

@@ -1,6 +1,7 @@
 #include "module/video_card/device_scanner.h"
 #include "module/video_card/machine.h"
 #include "module/video_card/statistics/composite_statistics.h"
+#include "platform/linux/kernel_graphics/drm_clients.h"
 #include "platform/shared_library.h"
 #include "simulated/scenario/scenario.h"
 
@@ -108,6 +109,16 @@ void allValuesOfACard(benchmark::State& state, std::size_t place) {
     }
 }
 
+/// The Linux library over this machine's own processes: what a steady question for the load costs beside
+/// them.
+void clientsOfThisMachine(benchmark::State& state) {
+    platform::DrmClients clients("/proc");
+    benchmark::DoNotOptimize(clients.read("0000:01:00.0"));
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(clients.read("0000:01:00.0"));
+    }
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -125,6 +136,8 @@ int main(int argc, char** argv) {
         const auto name = "all values of " + adaptersOfScenario()[place].name;
         benchmark::RegisterBenchmark(name.c_str(), allValuesOfACard, place)->Unit(benchmark::kMicrosecond);
     }
+    benchmark::RegisterBenchmark("the kernel's clients on this machine", clientsOfThisMachine)
+        ->Unit(benchmark::kMicrosecond);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return 0;

@@ -3,15 +3,29 @@
 #include "host/cli/commands.h"
 #include "host/core/host_keys.h"
 
+#include <algorithm>
 #include <exception>
 
 namespace vexil::host {
 
 namespace {
 
-int fail(const HostEnvironment& environment, ExitCode code, const std::string& line) {
+/// What a user has named may hold line feeds, and an error is one line.
+int fail(const HostEnvironment& environment, ExitCode code, std::string line) {
+    std::ranges::replace_if(
+        line, [](char c) { return c == '\n' || c == '\r'; }, ' ');
     environment.err << "vxe-host: " << line << std::endl;
     return static_cast<int>(code);
+}
+
+/// Lost output is no success, though a verdict on a card stands.
+int tellWhetherWritten(const HostEnvironment& environment, ExitCode code) {
+    environment.out.flush();
+    const bool outranked = code == ExitCode::CardFailed || code == ExitCode::CleanupFailed;
+    if (environment.out || outranked) {
+        return static_cast<int>(code);
+    }
+    return fail(environment, ExitCode::InternalError, "the output cannot be written");
 }
 
 ExitCode dispatch(const Options& options, const HostEnvironment& environment) {
@@ -41,10 +55,10 @@ int runHost(const std::vector<std::string>& arguments, const HostEnvironment& en
     try {
         const auto parsed = parseArguments(arguments);
         if (!parsed.options) {
-            environment.out << parsed.text << std::flush;
-            return static_cast<int>(ExitCode::AllPassed);
+            environment.out << parsed.text;
+            return tellWhetherWritten(environment, ExitCode::AllPassed);
         }
-        return static_cast<int>(dispatch(*parsed.options, environment));
+        return tellWhetherWritten(environment, dispatch(*parsed.options, environment));
     } catch (const HostError& error) {
         return fail(environment, error.code(), error.what());
     } catch (const std::exception& error) {

@@ -57,7 +57,8 @@ void Language::add(const std::filesystem::path& file, bool namedByUser) {
                         "the language file '" + toUtf8(file) + "' cannot be used: " + reason);
     };
     std::ifstream stream(file, std::ios::binary);
-    if (!stream) {
+    // A folder can be opened on some systems, and never read.
+    if (!stream || std::filesystem::is_directory(file)) {
         refuse("it cannot be opened");
     }
     const auto document = Json::parse(stream, nullptr, false);
@@ -131,7 +132,7 @@ Language loadLanguage(const std::filesystem::path& folder, const std::string& ch
     language.add(languageFile(folder, english), false);
     if (choice.empty()) {
         for (const auto& code : candidates(userLanguage)) {
-            if (const auto file = languageFile(folder, code); std::filesystem::exists(file)) {
+            if (const auto file = languageFile(folder, code); fileExists(file)) {
                 language.add(file, false);
                 break;
             }
@@ -139,9 +140,9 @@ Language loadLanguage(const std::filesystem::path& folder, const std::string& ch
         return language;
     }
     const bool isName = choice.find_first_of("/\\.") == std::string::npos;
-    if (const auto file = languageFile(folder, choice); isName && std::filesystem::exists(file)) {
+    if (const auto file = languageFile(folder, choice); isName && fileExists(file)) {
         language.add(file, false);
-    } else if (std::filesystem::exists(pathFromUtf8(choice))) {
+    } else if (fileExists(pathFromUtf8(choice))) {
         language.add(pathFromUtf8(choice), true);
     } else {
         throw UsageError("unknown language '" + choice + "': there is " + knownCodes(folder) +

@@ -22,7 +22,7 @@ constexpr const char* destroyExport = "DestroyModuleInstance";
 void ModuleLibrary::CloseLibrary::operator()(void* library) const { vexil::platform::closeLibrary(library); }
 
 ModuleLibrary::ModuleLibrary(const std::filesystem::path& file, bool namedByUser) {
-    if (!std::filesystem::exists(file)) {
+    if (!fileExists(file)) {
         refuse(file, namedByUser, "there is no such file");
     }
     std::string reason;

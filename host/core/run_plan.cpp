@@ -116,40 +116,39 @@ bool isOverruled(const std::vector<Setting>& settings, const Setting& setting) {
                                [&](const Setting& later) { return later.key == setting.key; });
 }
 
-/// Sets what the test has of the settings, and notes which keys were known.
-void applySettings(core::Test& test, const std::vector<Setting>& settings, std::set<std::string>& known,
-                   const Language& language) {
+/// Throws for a key that none of the tests has, and for a value that one of them does not take.
+void checkSettings(const core::Module& module, const std::vector<Selection>& tests,
+                   const std::vector<Setting>& settings, const Language& language) {
+    std::set<std::string> available;
+    for (const auto& selection : tests) {
+        const auto test = module.createTest(selection.id);
+        for (const auto& [key, parameter] : test->parameters()) {
+            available.insert(key);
+            for (const auto& setting : settings) {
+                if (setting.key == key && !parameter->isValid(setting.value)) {
+                    throw UsageError("'" + setting.value + "' is no value for " + key + " of " +
+                                     describe(test->descriptor(), language) + ", which takes " +
+                                     parameter->description().range);
+                }
+            }
+        }
+    }
     for (const auto& setting : settings) {
-        const auto entry =
-            std::ranges::find(test.parameters(), setting.key, &core::Test::ParameterEntry::key);
-        if (entry == test.parameters().end()) {
-            continue;
-        }
-        known.insert(setting.key);
-        if (!entry->parameter->isValid(setting.value)) {
-            throw UsageError("'" + setting.value + "' is no value for " + setting.key + " of " +
-                             describe(test.descriptor(), language) + ", which takes " +
-                             entry->parameter->description().range);
-        }
-        if (!isOverruled(settings, setting)) {
-            entry->parameter->setValue(setting.value);
+        if (!available.contains(setting.key)) {
+            throw UsageError("unknown parameter '" + setting.key + "': the chosen tests have " +
+                             (available.empty() ? std::string("none")
+                                                : listOf(available, [](const auto& key) { return key; })));
         }
     }
 }
 
-void refuseUnknownSettings(const std::vector<Setting>& settings, const std::set<std::string>& known,
-                           const RunPlan& plan) {
-    std::set<std::string> available;
-    for (const auto& run : plan.runs) {
-        for (const auto& parameter : run.test->parameters()) {
-            available.insert(parameter.key);
-        }
-    }
+/// Sets what the test has of the settings.
+void applySettings(core::Test& test, const std::vector<Setting>& settings) {
     for (const auto& setting : settings) {
-        if (!known.contains(setting.key)) {
-            throw UsageError("unknown parameter '" + setting.key + "': the chosen tests have " +
-                             (available.empty() ? std::string("none")
-                                                : listOf(available, [](const auto& key) { return key; })));
+        const auto entry =
+            std::ranges::find(test.parameters(), setting.key, &core::Test::ParameterEntry::key);
+        if (entry != test.parameters().end() && !isOverruled(settings, setting)) {
+            entry->parameter->setValue(setting.value);
         }
     }
 }
@@ -203,9 +202,9 @@ RunPlan planRuns(const core::Module& module, const std::vector<Card>& cards, con
     const auto chosenCards = selectCards(cards, request.card);
     const auto tests = selectTests(module, request.tests, language);
     const auto settings = parseSettings(request.settings);
+    checkSettings(module, tests, settings, language);
 
     RunPlan plan;
-    std::set<std::string> known;
     std::set<std::int32_t> offered;
     for (const auto card : chosenCards) {
         NotOffered missing{card, {}, false};
@@ -217,7 +216,7 @@ RunPlan planRuns(const core::Module& module, const std::vector<Card>& cards, con
                 continue;
             }
             offered.insert(selection.id);
-            applySettings(*test, settings, known, language);
+            applySettings(*test, settings);
             plan.runs.push_back({card, std::move(test)});
         }
         if (!missing.names.empty()) {
@@ -227,7 +226,6 @@ RunPlan planRuns(const core::Module& module, const std::vector<Card>& cards, con
     if (!chosenCards.empty()) {
         refuseUnsupported(module, tests, offered, request, language, facilities);
     }
-    refuseUnknownSettings(settings, known, plan);
     return plan;
 }
 

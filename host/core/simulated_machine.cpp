@@ -41,11 +41,11 @@ std::string knownScenarios(const std::filesystem::path& folder) {
 
 std::filesystem::path findScenario(const std::filesystem::path& folder, const std::string& scenario) {
     const auto builtIn = folder / pathFromUtf8(scenario + scenarioExtension);
-    if (scenario.find_first_of("/\\.") == std::string::npos && std::filesystem::exists(builtIn)) {
+    if (scenario.find_first_of("/\\.") == std::string::npos && fileExists(builtIn)) {
         return builtIn;
     }
     const auto file = std::filesystem::absolute(pathFromUtf8(scenario));
-    if (!std::filesystem::exists(file)) {
+    if (!fileExists(file)) {
         throw UsageError("unknown scenario '" + scenario + "': built in is " + knownScenarios(folder) +
                          ", or name the path of a scenario file");
     }

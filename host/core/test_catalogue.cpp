@@ -13,18 +13,14 @@ bool isOffered(const core::Test& test, const Card& card, const Facilities& facil
 }
 
 core::TestDescriptor descriptorOfUnavailable(std::int32_t id) {
-    namespace catalogue = module::video_card;
-    const auto row = std::ranges::find(catalogue::catalogue, id, &catalogue::CatalogueRow::id);
+    namespace video_card = module::video_card;
+    const auto isOfRow = [id](const video_card::CatalogueRow& row) { return row.id == id; };
+    if (std::ranges::any_of(video_card::catalogue, isOfRow)) {
+        return video_card::catalogueDescriptor(id);
+    }
     core::TestDescriptor descriptor;
     descriptor.id = id;
-    if (row == catalogue::catalogue.end()) {
-        descriptor.name = "TEST_" + std::to_string(id);
-        return descriptor;
-    }
-    descriptor.name = row->name;
-    descriptor.tooltip = row->tooltip;
-    descriptor.group = row->group;
-    descriptor.groupRank = row->groupRank;
+    descriptor.name = "TEST_" + std::to_string(id);
     return descriptor;
 }
 

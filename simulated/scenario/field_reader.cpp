@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <filesystem>
 #include <fstream>
+#include <ios>
 
 namespace vexil::simulated {
 
@@ -19,6 +21,23 @@ std::string join(const std::vector<std::string>& words) {
         text += (text.empty() ? "" : ", ") + word;
     }
     return text;
+}
+
+/// Parses a file in which no field stands twice in one object: of two the parser would keep the last, and
+/// what the first one says would be lost without a word.
+json parseWithoutRepetition(std::istream& stream, const std::string& file) {
+    std::vector<std::set<std::string>> open; // the fields of the objects around the place, innermost last
+    return json::parse(stream, [&](int, json::parse_event_t event, const json& value) {
+        if (event == json::parse_event_t::object_start) {
+            open.emplace_back();
+        } else if (event == json::parse_event_t::object_end) {
+            open.pop_back();
+        } else if (event == json::parse_event_t::key &&
+                   !open.back().insert(value.get<std::string>()).second) {
+            throw ScenarioError(file + ": " + value.get<std::string>() + ": stands twice in one object");
+        }
+        return true;
+    });
 }
 
 } // namespace
@@ -207,16 +226,19 @@ void FieldReader::finish() const {
 }
 
 FieldReader readJsonFile(const std::string& file) {
-    std::ifstream stream(file, std::ios::binary);
+    // A plain string would be read in the system's own encoding.
+    std::ifstream stream(std::filesystem::path(std::u8string(file.begin(), file.end())), std::ios::binary);
     if (!stream) {
         throw ScenarioError(file + ": cannot be opened");
     }
     try {
-        auto document = std::make_shared<const json>(json::parse(stream));
+        auto document = std::make_shared<const json>(parseWithoutRepetition(stream, file));
         const auto& object = *document;
         return {std::move(document), object, file, ""};
-    } catch (const json::parse_error& error) {
+    } catch (const json::exception& error) {
         throw ScenarioError(file + ": is no JSON: " + error.what());
+    } catch (const std::ios_base::failure&) {
+        throw ScenarioError(file + ": cannot be read"); // A folder can be opened.
     }
 }
 

@@ -75,8 +75,8 @@ private:
     std::set<std::string> known_;
 };
 
-/// Reads a file and hands out its outermost object. Throws `ScenarioError` for a file that is missing or no
-/// JSON.
+/// Reads a file, named in UTF-8, and hands out its outermost object. Throws `ScenarioError` for a file that
+/// cannot be read or is no JSON.
 [[nodiscard]] FieldReader readJsonFile(const std::string& file);
 
 } // namespace vexil::simulated

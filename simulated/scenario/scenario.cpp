@@ -1,6 +1,8 @@
 #include "simulated/scenario/scenario.h"
 
-#include <cstdlib>
+#include "simulated/scenario/process_environment.h"
+
+#include <utility>
 
 namespace vexil::simulated {
 
@@ -42,8 +44,8 @@ Scenario loadScenario(const std::string& file) {
 }
 
 std::optional<std::string> scenarioFileOfProcess() {
-    const char* file = std::getenv("VEXIL_SCENARIO");
-    return file == nullptr || *file == '\0' ? std::nullopt : std::optional<std::string>(file);
+    auto file = environmentVariable("VEXIL_SCENARIO");
+    return file && !file->empty() ? std::move(file) : std::nullopt;
 }
 
 } // namespace vexil::simulated

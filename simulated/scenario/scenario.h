@@ -27,7 +27,7 @@ struct Scenario {
 [[nodiscard]] Scenario loadScenario(const std::string& file);
 
 /// The file that the environment variable VEXIL_SCENARIO names: how the stand-in libraries of one process
-/// learn of their machine. Nothing where the variable is absent or empty.
+/// learn of their machine. UTF-8; nothing where the variable is absent or empty.
 [[nodiscard]] std::optional<std::string> scenarioFileOfProcess();
 
 } // namespace vexil::simulated

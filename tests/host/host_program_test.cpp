@@ -11,7 +11,9 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <sstream>
+#include <streambuf>
 
 namespace vexil::host {
 namespace {
@@ -31,9 +33,10 @@ protected:
     static void useCase(const char* name) { platform::setEnvironmentVariable("VEXIL_FAKE_MODULE", name); }
 
     /// The program with the fake module, on what passes for a real machine.
-    Answer run(std::vector<std::string> arguments) {
-        std::ostringstream out;
+    Answer run(std::vector<std::string> arguments, std::streambuf* output = nullptr) {
+        std::ostringstream written;
         std::ostringstream err;
+        std::ostream out(output == nullptr ? written.rdbuf() : output);
         const auto folder = platform::programFolder();
         arguments.insert(arguments.end(),
                          {"--module", toUtf8(folder / "fake_modules" / VEXIL_FAKE_MODULE_FILE)});
@@ -45,13 +48,19 @@ protected:
             .userLanguage = userLanguage_,
             .operatingSystem = "Some OS 1",
             .hardwareThreads = hardwareThreads_,
-            .hasDisplayController = true,
+            .hasDisplayController = hasDisplayController_,
             .cancel = cancel_,
             .gui = gui_,
-            .direct3dProbe = [this] { return missingDirect3d_; },
+            .direct3dProbe =
+                [this] {
+                    if (beforeTheRun_) {
+                        beforeTheRun_();
+                    }
+                    return missingDirect3d_;
+                },
         };
         const int code = runHost(arguments, environment);
-        return {code, out.str(), err.str()};
+        return {code, written.str(), err.str()};
     }
 
     void expectUsageError(const std::vector<std::string>& arguments, const std::string& line) {
@@ -62,6 +71,8 @@ protected:
 
     std::string userLanguage_ = "en_GB";
     unsigned hardwareThreads_ = 4;
+    bool hasDisplayController_ = true;
+    std::function<void()> beforeTheRun_; ///< called when the request is known to be good
     std::optional<std::string> missingDirect3d_;
     NotingGui gui_;
     volatile std::uint8_t cancel_ = 0;
@@ -92,6 +103,19 @@ TEST_F(HostProgram, SaysKindlyThatThereAreNoCards) {
     EXPECT_NE(answer.out.find("No video card was found"), std::string::npos);
     EXPECT_EQ(Json::parse(run({"cards", "--json"}).out)["cards"], Json::array());
     EXPECT_EQ(run({"--machine", "real", "run"}).code, 3) << "nothing was proven";
+}
+
+TEST_F(HostProgram, SaysInItsFirstLineThatItRunsOnTheSimulatedMachineForLackOfACard) {
+    hasDisplayController_ = false;
+    const auto answer = run({"run", "--card", "0100", "--tests", "1"});
+    platform::setEnvironmentVariable("VEXIL_SCENARIO",
+                                     ""); // A simulated machine is one for the whole process.
+    EXPECT_EQ(answer.code, 0) << answer.err;
+    EXPECT_TRUE(
+        answer.out.starts_with("No display controller in this machine: using the built-in simulated one.\n"))
+        << answer.out;
+    EXPECT_TRUE(run({"cards"}).out.starts_with("This machine\n")) << "what needs no card stays real";
+    EXPECT_TRUE(run({"--machine", "real", "run", "--tests", "1"}).out.starts_with("This machine\n"));
 }
 
 TEST_F(HostProgram, ListsTestsByGroupWithTheirCardsAndParameters) {
@@ -219,6 +243,21 @@ TEST_F(HostProgram, FindsAnUnwritableReportOutBeforeTheRun) {
     EXPECT_FALSE(std::filesystem::exists(good)) << "nothing half-written";
 }
 
+TEST_F(HostProgram, EndsWith70WhereAReportCanNoLongerBeWrittenUnlessACardHasFailed) {
+    const auto folder = vexil::tests::testFolder() / "gone";
+    for (const auto& [tests, code] : {std::pair{"1", 70}, {"3", 1}, {"12", 4}}) {
+        std::filesystem::create_directory(folder);
+        beforeTheRun_ = [&] { std::filesystem::remove_all(folder); };
+        const auto path = toUtf8(folder / "r.json");
+        const auto answer = run({"run", "--card", "0100", "--tests", tests, "--report", path});
+        EXPECT_EQ(answer.code, code) << tests;
+        EXPECT_TRUE(answer.err.starts_with("vxe-host: the report '" + path + "' cannot be written: "));
+        EXPECT_EQ(std::ranges::count(answer.err, '\n'), 1);
+        EXPECT_NE(answer.out.find("Summary"), std::string::npos) << "the verdict is shown all the same";
+        EXPECT_FALSE(std::filesystem::exists(folder));
+    }
+}
+
 TEST_F(HostProgram, NamesWhatIsUnknown) {
     expectUsageError({"run", "--card", "0300"}, "unknown card '0300': the machine has 0100, 0a00");
     expectUsageError({"tests", "--card", "0300"}, "unknown card '0300': the machine has 0100, 0a00");
@@ -245,6 +284,35 @@ TEST_F(HostProgram, AnswersBadOptionsInOneLine) {
         EXPECT_EQ(std::ranges::count(answer.err, '\n'), 1) << answer.err;
         EXPECT_TRUE(answer.out.empty());
     }
+}
+
+TEST_F(HostProgram, KeepsAnErrorOnOneLineWhateverTheUserNames) {
+    expectUsageError({"run", "--card", "01\n00"}, "unknown card '01 00': the machine has 0100, 0a00");
+    expectUsageError({"--machine", "a\r\nb", "cards"},
+                     "unknown machine 'a  b': there is real, simulated and simulated:SCENARIO");
+}
+
+/// Takes nothing, as a disk that is full.
+class FullBuffer final : public std::streambuf {
+protected:
+    int_type overflow(int_type) override { return traits_type::eof(); }
+    int sync() override { return -1; }
+};
+
+TEST_F(HostProgram, EndsWith70WhereItsOutputCannotBeWritten) {
+    FullBuffer full;
+    for (const auto& arguments : {std::vector<std::string>{"cards"},
+                                  {"cards", "--json"},
+                                  {"tests", "--json"},
+                                  {"run", "--tests", "1"},
+                                  {"--help"}}) {
+        const auto answer = run(arguments, &full);
+        EXPECT_EQ(answer.code, 70) << arguments.back();
+        EXPECT_EQ(answer.err, "vxe-host: the output cannot be written\n");
+    }
+    EXPECT_EQ(run({"run", "--card", "0100", "--tests", "3"}, &full).code, 1)
+        << "the card has failed all the same";
+    EXPECT_EQ(run({"run", "--card", "0100", "--tests", "12"}, &full).code, 4);
 }
 
 TEST_F(HostProgram, HelpsAndTellsItsVersion) {

@@ -42,6 +42,7 @@ std::string monitorUntil(const char* reading, const std::string& interval) {
     const auto file = vexil::tests::testFolder() / "samples.csv";
     const auto end = tests::runProgram({"--machine", "real", "--language", "en", "--module", toUtf8(module),
                                         "monitor", "--interval", interval, "--csv", toUtf8(file)});
+    platform::setEnvironmentVariable("VEXIL_FAKE_INTERRUPT_AT", ""); // For the tests behind this one.
     EXPECT_EQ(end.code, 0) << end.err;
     EXPECT_NE(end.out.find("Ctrl-C ends the monitoring."), std::string::npos);
     EXPECT_NE(end.out.find("  Temperature       45 °C     45.0 °C       45 °C\n"), std::string::npos);

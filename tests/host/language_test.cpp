@@ -91,6 +91,17 @@ TEST_F(Languages, NameAnUnknownChoiceAndWhatThereIs) {
     EXPECT_EQ(errorOf("tlh"), "unknown language 'tlh': there is de, en, or name the path of a language file");
 }
 
+TEST_F(Languages, NameAChoiceThatNoFileCanHaveForAName) {
+    const std::string name(300, 'a');
+    EXPECT_TRUE(errorOf(name).starts_with("unknown language '" + name + "': ")) << errorOf(name);
+    EXPECT_EQ(loadLanguage(folder_, "", name).code(), "en") << "nor has the user's language one";
+}
+
+TEST_F(Languages, NameAFolderThatIsNoFile) {
+    const auto path = folder_.string();
+    EXPECT_EQ(errorOf(path), "the language file '" + path + "' cannot be used: it cannot be opened");
+}
+
 TEST_F(Languages, NameTheFileAndWhatIsWrongInIt) {
     struct Case {
         const char* text;

@@ -109,6 +109,16 @@ TEST_F(SimulatedMachines, NameAnUnknownScenario) {
               "unknown scenario 'sick': built in is healthy, or name the path of a scenario file");
 }
 
+TEST_F(SimulatedMachines, NameAScenarioThatNoFileCanHaveForAName) {
+    const std::string name(300, 'a');
+    EXPECT_TRUE(errorOf(name).starts_with("unknown scenario '" + name + "': ")) << errorOf(name);
+}
+
+TEST_F(SimulatedMachines, NameAFolderThatIsNoScenario) {
+    const auto path = toUtf8(folder_);
+    EXPECT_TRUE(errorOf(path).starts_with(path + ": cannot be ")) << errorOf(path);
+}
+
 TEST_F(SimulatedMachines, NameTheFileOfAScenarioThatIsNoJson) {
     const auto file = toUtf8(folder_ / "broken.json");
     std::ofstream(pathFromUtf8(file)) << "cards: none";

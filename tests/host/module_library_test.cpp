@@ -48,6 +48,11 @@ TEST_F(ModuleLibraries, NameAFileThatIsNotThere) {
     EXPECT_EQ(errorOf(file, false), refusal(file) + "there is no such file");
 }
 
+TEST_F(ModuleLibraries, NameAFileThatCannotBeThere) {
+    const auto file = built(std::string(300, 'a').c_str());
+    EXPECT_EQ(errorOf(file), refusal(file) + "there is no such file");
+}
+
 TEST_F(ModuleLibraries, NameAFileThatIsNoLibrary) {
     const auto file = vexil::tests::testFolder() / "no_library.so";
     std::ofstream(file) << "text";

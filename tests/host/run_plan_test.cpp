@@ -199,6 +199,22 @@ TEST_F(RunPlans, NameAnUnknownParameter) {
               "unknown parameter 'duration': the chosen tests have DURATION");
 }
 
+TEST_F(RunPlans, KnowTheParametersOfTheChosenTestsOnAMachineWithoutCards) {
+    cards_.clear();
+    EXPECT_EQ(errorOf({"all", "5", {"DURATION=1"}}), "no error");
+    EXPECT_EQ(errorOf({"all", "5", {"SPEED=1"}}),
+              "unknown parameter 'SPEED': the chosen tests have DURATION");
+    EXPECT_EQ(errorOf({"all", "5", {"DURATION=long"}}),
+              "'long' is no value for DURATION of test 5 (STRESS_TEST), which takes [1:9999]");
+}
+
+TEST_F(RunPlans, KnowTheParametersOfATestThatIsNotOffered) {
+    const auto withoutDisplay = planRuns(module_, cards_, {"0100", "extended", {"DURATION=1"}}, {},
+                                         {.missingDirect3d = std::nullopt, .display = false});
+    ASSERT_EQ(withoutDisplay.runs.size(), 1U);
+    EXPECT_EQ(withoutDisplay.runs[0].test->id(), 4);
+}
+
 TEST_F(RunPlans, NameASettingThatIsNone) {
     EXPECT_EQ(errorOf({"0100", "5", {"DURATION"}}), "'DURATION' sets no parameter: --set takes KEY=VALUE");
     EXPECT_EQ(errorOf({"0100", "5", {"=5"}}), "'=5' sets no parameter: --set takes KEY=VALUE");

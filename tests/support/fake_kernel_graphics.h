@@ -28,6 +28,8 @@ public:
     std::function<d3dkmt::Status(d3dkmt::QueryStatistics&)> query = [](auto&) { return d3dkmt::success; };
     std::vector<std::string> loads;
     std::set<void*> resolvedFrom; ///< the handles that symbols were looked up in
+    std::set<std::string> resolved;
+    std::function<void()> onResolve = [] {};
 
     void* load(const char* name, std::uint32_t flags) override {
         loads.push_back(std::string(name) + " " + std::to_string(flags));
@@ -36,6 +38,8 @@ public:
     void* resolve(void* from, const char* symbol) override {
         const std::string name = symbol;
         resolvedFrom.insert(from);
+        resolved.insert(name);
+        onResolve();
         if (from != this || missing.contains(name)) {
             return nullptr;
         }
@@ -70,6 +74,7 @@ public:
 
     std::chrono::steady_clock::time_point time{std::chrono::hours(1)};
     std::vector<Duration> sleeps;
+    int frequencyReads = 0;
     /// What a sleep takes of what it was asked for.
     std::function<Duration(Duration)> sleepTakes = [](Duration asked) { return asked; };
 
@@ -78,7 +83,10 @@ public:
     std::int64_t counter() override {
         return std::chrono::duration_cast<std::chrono::nanoseconds>(time.time_since_epoch()).count() / 100;
     }
-    std::int64_t frequency() override { return countsOfSecond; }
+    std::int64_t frequency() override {
+        ++frequencyReads;
+        return countsOfSecond;
+    }
     std::chrono::steady_clock::time_point now() override { return time; }
     void sleepFor(Duration duration) override {
         sleeps.push_back(duration);

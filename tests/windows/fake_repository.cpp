@@ -14,33 +14,14 @@ constexpr const wchar_t* namespaceClass = L"__Namespace";
 
 HRESULT code(WBEMSTATUS status) { return static_cast<HRESULT>(status); }
 
-/// ASCII is all that the tests send.
-std::string narrow(const std::wstring& text) {
-    std::string result;
-    for (const wchar_t c : text) {
-        result += static_cast<char>(c);
-    }
-    return result;
-}
-
 std::wstring widen(const std::string& text) { return {text.begin(), text.end()}; }
 
-/// So that a call with something where nothing belongs reads differently.
-const char* remark(bool othersEmpty) { return othersEmpty ? "" : ", others not empty"; }
-
 template <typename Base>
-class Watched : public Base {
-public:
-    explicit Watched(FakeRepository& fake) : fake_(fake) { ++fake_.interfacesAlive; }
-
-protected:
-    ~Watched() override { --fake_.interfacesAlive; }
-    FakeRepository& fake_;
-};
+using Watched = Handed<Base, FakeRepository>;
 
 class CallResult final : public Watched<RefusingWbemCallResult> {
 public:
-    CallResult(FakeRepository& fake, HRESULT result) : Watched(fake), result_(result) {}
+    CallResult(FakeRepository& fake, HRESULT result) : Handed(fake), result_(result) {}
 
     HRESULT STDMETHODCALLTYPE GetCallStatus(LONG timeout, LONG* status) override {
         if (fake_.fails("GetCallStatus " + std::to_string(timeout))) {
@@ -57,7 +38,7 @@ private:
 class Qualifiers final : public Watched<RefusingWbemQualifierSet> {
 public:
     Qualifiers(FakeRepository& fake, FakeClass& owner, std::wstring property)
-        : Watched(fake), owner_(owner), property_(std::move(property)) {}
+        : Handed(fake), owner_(owner), property_(std::move(property)) {}
 
     HRESULT STDMETHODCALLTYPE Put(LPCWSTR name, VARIANT* value, LONG) override {
         const bool isTrue = V_VT(value) == VT_BOOL && V_BOOL(value) == VARIANT_TRUE;
@@ -79,7 +60,7 @@ private:
 class Object final : public Watched<RefusingWbemClassObject> {
 public:
     Object(FakeRepository& fake, std::wstring name, FakeClass schema, bool isInstance)
-        : Watched(fake), className(std::move(name)), content(std::move(schema)), isInstance_(isInstance) {
+        : Handed(fake), className(std::move(name)), content(std::move(schema)), isInstance_(isInstance) {
         content.instances.clear();
     }
 
@@ -170,7 +151,7 @@ private:
 class Enumerator final : public Watched<RefusingEnumWbemClassObject> {
 public:
     Enumerator(FakeRepository& fake, std::wstring name, FakeClass content)
-        : Watched(fake), name_(std::move(name)), content_(std::move(content)),
+        : Handed(fake), name_(std::move(name)), content_(std::move(content)),
           next_(content_.instances.begin()) {}
 
     HRESULT STDMETHODCALLTYPE Next(LONG, ULONG, IWbemClassObject** objects, ULONG* returned) override {
@@ -197,7 +178,7 @@ private:
 
 class Services final : public Watched<RefusingWbemServices> {
 public:
-    Services(FakeRepository& fake, std::wstring path) : Watched(fake), path_(std::move(path)) {}
+    Services(FakeRepository& fake, std::wstring path) : Handed(fake), path_(std::move(path)) {}
 
     HRESULT STDMETHODCALLTYPE GetObject(const BSTR name, LONG flags, IWbemContext* context,
                                         IWbemClassObject** object, IWbemCallResult** result) override {
@@ -316,7 +297,7 @@ private:
 
 class Locator final : public Watched<RefusingWbemLocator> {
 public:
-    explicit Locator(FakeRepository& fake) : Watched(fake) {}
+    explicit Locator(FakeRepository& fake) : Handed(fake) {}
 
     HRESULT STDMETHODCALLTYPE ConnectServer(const BSTR path, const BSTR user, const BSTR password,
                                             const BSTR locale, LONG flags, const BSTR authority,
@@ -341,16 +322,6 @@ bool FakeRepository::fails(const std::string& step) {
     return static_cast<int>(steps.size()) == failingStep;
 }
 
-HRESULT FakeRepository::initialize(void*, DWORD) {
-    references += SUCCEEDED(initializeResult) ? 1 : 0;
-    return initializeResult;
-}
-
-HRESULT FakeRepository::initializeSecurity(PSECURITY_DESCRIPTOR, LONG, SOLE_AUTHENTICATION_SERVICE*, void*,
-                                           DWORD, DWORD, void*, DWORD, void*) {
-    return securityResult;
-}
-
 HRESULT FakeRepository::createInstance(REFCLSID, IUnknown*, DWORD, REFIID, void** object) {
     if (fails("CoCreateInstance")) {
         return failure;
@@ -362,21 +333,6 @@ HRESULT FakeRepository::createInstance(REFCLSID, IUnknown*, DWORD, REFIID, void*
 HRESULT FakeRepository::setProxyBlanket(IUnknown*, DWORD, DWORD, OLECHAR*, DWORD, DWORD,
                                         RPC_AUTH_IDENTITY_HANDLE, DWORD) {
     return fails("CoSetProxyBlanket") ? failure : S_OK;
-}
-
-void FakeRepository::uninitialize() { --references; }
-
-BSTR FakeRepository::allocateText(const OLECHAR* text, UINT length) {
-    if (++texts == refusedText) {
-        return nullptr;
-    }
-    ++textsAlive;
-    return SysAllocStringLen(text, length);
-}
-
-void FakeRepository::freeText(BSTR text) {
-    --textsAlive;
-    SysFreeString(text);
 }
 
 } // namespace vexil::tests

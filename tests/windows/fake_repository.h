@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/windows/cim/com_calls.h"
+#include "counting_com.h"
 
 #include <map>
 #include <string>
@@ -18,41 +18,26 @@ struct FakeClass {
 
 /// COM and a WMI repository in memory that takes writes: namespaces, classes with a key, instances that may
 /// be new only. What changes it is written down, and one step can be made to fail.
-class FakeRepository final : public platform::ComCalls {
+class FakeRepository final : public CountingCom {
 public:
     using Namespace = std::map<std::wstring, FakeClass>;
     std::map<std::wstring, Namespace> namespaces = {{L"ROOT", {}}};
 
-    HRESULT initializeResult = S_OK;
-    HRESULT securityResult = S_OK;
     int failingStep = 0;         ///< the number, from 1, of the step that fails
     HRESULT failure = E_FAIL;    ///< and what it answers
     HRESULT callStatus = S_OK;   ///< what a call that returned at once came to
     bool givesCallResult = true; ///< for such a call
-    int refusedText = 0;         ///< the number, from 1, of the text that there is no memory for
 
     std::vector<std::string> steps;
-    int references = 0; ///< to COM: those given less those taken back
-    int textsAlive = 0;
-    int texts = 0;
-    int interfacesAlive = 0;
 
     /// Writes a step down; true if it is the one that fails.
     bool fails(const std::string& step);
 
-    HRESULT initialize(void* reserved, DWORD model) override;
-    HRESULT initializeSecurity(PSECURITY_DESCRIPTOR descriptor, LONG serviceCount,
-                               SOLE_AUTHENTICATION_SERVICE* services, void* reserved1,
-                               DWORD authenticationLevel, DWORD impersonationLevel, void* authenticationList,
-                               DWORD capabilities, void* reserved3) override;
     HRESULT createInstance(REFCLSID classId, IUnknown* outer, DWORD context, REFIID interfaceId,
                            void** object) override;
     HRESULT setProxyBlanket(IUnknown* proxy, DWORD authenticationService, DWORD authorizationService,
                             OLECHAR* principal, DWORD authenticationLevel, DWORD impersonationLevel,
                             RPC_AUTH_IDENTITY_HANDLE identity, DWORD capabilities) override;
-    void uninitialize() override;
-    BSTR allocateText(const OLECHAR* text, UINT length) override;
-    void freeText(BSTR text) override;
 };
 
 } // namespace vexil::tests

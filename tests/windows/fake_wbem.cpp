@@ -8,35 +8,19 @@ namespace vexil::tests {
 
 namespace {
 
-/// ASCII is all that the tests send.
-std::string narrow(const wchar_t* text) {
-    std::string result;
-    for (; text != nullptr && *text != L'\0'; ++text) {
-        result += static_cast<char>(*text);
-    }
-    return result;
-}
-
 std::string guidText(REFGUID guid) {
     wchar_t text[40] = {};
     StringFromGUID2(guid, text, 40);
     return narrow(text);
 }
 
-/// So that a call with something where nothing belongs reads differently.
-const char* remark(bool othersEmpty) { return othersEmpty ? "" : ", others not empty"; }
-
 template <typename Base>
-class Watched : public Base {
+class Watched : public Handed<Base, FakeWbem> {
 public:
-    Watched(FakeWbem& fake, const char* name) : fake_(fake), name_(name) { ++fake_.interfacesAlive; }
+    Watched(FakeWbem& fake, const char* name) : Handed<Base, FakeWbem>(fake), name_(name) {}
 
 protected:
-    ~Watched() override {
-        --fake_.interfacesAlive;
-        fake_.calls.push_back(std::string("release ") + name_);
-    }
-    FakeWbem& fake_;
+    ~Watched() override { this->fake_.calls.push_back(std::string("release ") + name_); }
 
 private:
     const char* name_;
@@ -154,8 +138,7 @@ FakeValue FakeValue::bytes(const std::string& bytes) {
 
 HRESULT FakeWbem::initialize(void* reserved, DWORD model) {
     calls.push_back("CoInitializeEx " + std::to_string(model) + remark(reserved == nullptr));
-    references += SUCCEEDED(initializeResult) ? 1 : 0;
-    return initializeResult;
+    return CountingCom::initialize(reserved, model);
 }
 
 HRESULT FakeWbem::initializeSecurity(PSECURITY_DESCRIPTOR descriptor, LONG serviceCount,
@@ -191,20 +174,7 @@ HRESULT FakeWbem::setProxyBlanket(IUnknown*, DWORD authenticationService, DWORD 
 
 void FakeWbem::uninitialize() {
     calls.push_back("CoUninitialize");
-    --references;
-}
-
-BSTR FakeWbem::allocateText(const OLECHAR* text, UINT length) {
-    if (++texts == refusedText) {
-        return nullptr;
-    }
-    ++textsAlive;
-    return SysAllocStringLen(text, length);
-}
-
-void FakeWbem::freeText(BSTR text) {
-    --textsAlive;
-    SysFreeString(text);
+    CountingCom::uninitialize();
 }
 
 } // namespace vexil::tests

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/windows/cim/com_calls.h"
+#include "counting_com.h"
 
 #include <map>
 #include <string>
@@ -31,12 +31,10 @@ private:
 /// Its properties; reading another one fails.
 using FakeObject = std::map<std::wstring, FakeValue>;
 
-/// COM and one WMI namespace, in memory. What reaches it is written down; the fields of the first group say
-/// how it answers.
-class FakeWbem final : public platform::ComCalls {
+/// COM and one WMI namespace, in memory. What reaches it is written down; the fields of the first group and
+/// of the base say how it answers.
+class FakeWbem final : public CountingCom {
 public:
-    HRESULT initializeResult = S_OK;
-    HRESULT securityResult = S_OK;
     HRESULT createResult = S_OK;
     HRESULT connectResult = S_OK;
     HRESULT blanketResult = S_OK;
@@ -44,13 +42,8 @@ public:
     bool givesServices = true;
     bool givesEnumerator = true;
     std::vector<FakeObject> objects;
-    int refusedText = 0; ///< the number, from 1, of the text that there is no memory for
 
     std::vector<std::string> calls;
-    int references = 0; ///< to COM: those given less those taken back
-    int textsAlive = 0;
-    int texts = 0;
-    int interfacesAlive = 0;
 
     HRESULT initialize(void* reserved, DWORD model) override;
     HRESULT initializeSecurity(PSECURITY_DESCRIPTOR descriptor, LONG serviceCount,
@@ -63,8 +56,6 @@ public:
                             OLECHAR* principal, DWORD authenticationLevel, DWORD impersonationLevel,
                             RPC_AUTH_IDENTITY_HANDLE identity, DWORD capabilities) override;
     void uninitialize() override;
-    BSTR allocateText(const OLECHAR* text, UINT length) override;
-    void freeText(BSTR text) override;
 };
 
 } // namespace vexil::tests

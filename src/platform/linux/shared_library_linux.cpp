@@ -3,8 +3,12 @@
 #include <dlfcn.h>
 
 #include <array>
+#include <cinttypes>
+#include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <string_view>
 #include <system_error>
 
@@ -14,14 +18,22 @@ namespace {
 
 constexpr int mode = RTLD_NOW | RTLD_LOCAL;
 
-std::filesystem::path ownFolder() {
-    Dl_info info{};
-    if (dladdr(reinterpret_cast<const void*>(&ownFolder), &info) == 0 || info.dli_fname == nullptr) {
-        return {};
+/// The folder of what holds this code, by the kernel's list, which has full paths. The loader's own may be
+/// relative, to a working directory of long ago.
+std::filesystem::path findOwnFolder() {
+    const auto place = reinterpret_cast<std::uintptr_t>(&findOwnFolder);
+    std::ifstream ranges("/proc/self/maps");
+    for (std::string line; std::getline(ranges, line);) {
+        std::uintptr_t first = 0;
+        std::uintptr_t end = 0;
+        int path = 0;
+        if (std::sscanf(line.c_str(), "%" SCNxPTR "-%" SCNxPTR " %*s %*s %*s %*s %n", &first, &end, &path) ==
+                2 &&
+            first <= place && place < end) {
+            return std::filesystem::path(line.substr(static_cast<std::size_t>(path))).parent_path();
+        }
     }
-    std::error_code error;
-    const auto path = std::filesystem::canonical(info.dli_fname, error);
-    return error ? std::filesystem::path{} : path.parent_path();
+    return {};
 }
 
 bool isWorkingDirectory(std::string_view element) {
@@ -64,8 +76,8 @@ void* openTrustedLibrary(const std::string& name) {
     if (void* loaded = loadedLibrary(name)) {
         return loaded;
     }
-    const auto own = ownFolder();
-    if (!own.empty()) {
+    static const auto own = findOwnFolder();
+    if (own.is_absolute()) {
         if (void* library = dlopen((own / name).c_str(), mode)) {
             return library;
         }

@@ -59,7 +59,7 @@ TEST(RunPinned, PlacesTheThreadBeforeItRuns) {
               0);
     EXPECT_EQ(record.steps, (Steps{"priority -15", "group 2 4398046511104", "mask 4398046511104", "resume",
                                    "wait", "exit"}))
-        << "131 modulo 64 is 3";
+        << "bit 42, which is 170 modulo 64";
 }
 
 TEST(RunPinned, AnswersTheStatusOfItsRoutine) {

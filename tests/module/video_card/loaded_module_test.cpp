@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <typeinfo>
+
 namespace vexil::tests {
 namespace {
 
@@ -32,12 +34,20 @@ TEST(LoadedModule, MakesTwoModulesThatKnowNothingOfEachOther) {
     library.destroy(second);
 }
 
-TEST(LoadedModule, ReturnsTheSameClassForBothStressTestsOnceItIsThere) {
+TEST(LoadedModule, MakesBothStressTestsOfOneClassAndListsFiveParametersForTheFirstOnly) {
     const LoadedModule library(VEXIL_MODULE_FILE);
     auto* module = library.create();
-    const auto visible = module->createTest(5);
-    const auto wireframe = module->createTest(21);
-    EXPECT_EQ(visible == nullptr, wireframe == nullptr);
+    {
+        const auto visible = module->createTest(5);
+        const auto wireframe = module->createTest(21);
+        ASSERT_NE(visible, nullptr);
+        ASSERT_NE(wireframe, nullptr);
+        const auto& first = *visible;
+        const auto& second = *wireframe;
+        EXPECT_EQ(typeid(first), typeid(second));
+        EXPECT_EQ(visible->parameters().size(), 5U);
+        EXPECT_EQ(wireframe->parameters().size(), 1U);
+    }
     library.destroy(module);
 }
 

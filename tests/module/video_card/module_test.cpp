@@ -1,9 +1,14 @@
 #include "module/video_card/catalogue.h"
+#include "module/video_card/device.h"
 #include "module/video_card/module.h"
 #include "support/fake_machine.h"
+#include "support/plain_test.h"
 
 #include <gtest/gtest.h>
 
+#include <iterator>
+#include <map>
+#include <set>
 #include <typeinfo>
 
 namespace vexil::module::video_card {
@@ -56,6 +61,65 @@ TEST_F(ModuleTest, MakesEachTestWithTheDescriptorOfItsRow) {
         EXPECT_EQ(test->descriptor().group, row.group);
         EXPECT_EQ(test->descriptor().groupRank, row.groupRank);
         EXPECT_FALSE(test->requiresExclusiveRun());
+    }
+}
+
+/// What a card must have for a test to be offered.
+enum class Need { nothing, videoCard, cuda, direct3d, hardwareDirect3d };
+
+TEST_F(ModuleTest, OffersEachTestForTheCardsThatItCanWorkOn) {
+    using enum Need;
+    const std::map<std::int32_t, Need> needs = {
+        {1, nothing},
+        {4, nothing},
+        {3, direct3d},
+        {5, hardwareDirect3d},
+        {21, hardwareDirect3d},
+        {17, hardwareDirect3d},
+        {18, hardwareDirect3d},
+        {11, cuda},
+        {12, cuda},
+        {13, cuda},
+        {14, cuda},
+        {15, cuda},
+        {16, cuda},
+        {19, cuda},
+        {20, cuda},
+        {90, videoCard},
+    };
+    const auto bareCard = [&] {
+        return std::make_shared<Device>(AdapterRecord(),
+                                        DeviceServices{machine_.strings(), machine_.numbers(), 0});
+    };
+    const auto cardWith = [&](UINT vendor, UINT deviceId) {
+        auto card = bareCard();
+        Dx11Context context;
+        context.adapterInfo.desc.VendorId = vendor;
+        context.adapterInfo.desc.DeviceId = deviceId;
+        card->setDirect3D(context);
+        return card;
+    };
+    const auto withCuda = bareCard();
+    withCuda->setCuda({"01:00.0", 0});
+    const struct {
+        std::shared_ptr<core::Device> device;
+        std::set<Need> has;
+    } cards[] = {
+        {nullptr, {nothing}},
+        {std::make_shared<tests::PlainDevice>("0100"), {nothing}},
+        {bareCard(), {nothing, videoCard}},
+        {withCuda, {nothing, videoCard, cuda}},
+        {cardWith(0x10DE, 0x2503), {nothing, videoCard, direct3d, hardwareDirect3d}},
+        {cardWith(0x1414, 0x8C), {nothing, videoCard, direct3d}}, // the adapter that the system emulates
+    };
+    ASSERT_EQ(needs.size(), catalogue.size());
+    for (const auto& [id, need] : needs) {
+        for (std::size_t i = 0; i < std::size(cards); ++i) {
+            const auto& card = cards[i];
+            EXPECT_EQ(module_.createTest(id)->isSupported(card.device.get(), card.device),
+                      card.has.contains(need))
+                << "test " << id << ", card " << i;
+        }
     }
 }
 

@@ -1,4 +1,6 @@
 #include "simulated/scenario/scenario.h"
+
+#include "host/platform/process.h"
 #include "support/test_folder.h"
 
 #include <gtest/gtest.h>
@@ -54,6 +56,14 @@ TEST(Scenario, NamesAFieldThatItDoesNotKnowAndThoseThatItKnows) {
     EXPECT_NE(error.find("cards, "), std::string::npos) << error;
 }
 
+TEST(Scenario, NamesAFieldThatStandsTwice) {
+    EXPECT_EQ(errorOf(withCard(R"({"vendorId": "10DE", "deviceId": "2503", "location": "02:00.0",
+                                   "direct3d": {"faults": []}, "direct3d": {}})")),
+              "direct3d: stands twice in one object");
+    EXPECT_EQ(errorOf(R"({"schema": "vexil.scenario/1", "cards": [], "description": "", "cards": []})"),
+              "cards: stands twice in one object");
+}
+
 TEST(Scenario, ChecksTheIdentityOfEachCard) {
     EXPECT_EQ(errorOf(withCard("{}")), "cards[1].vendorId: is missing");
     EXPECT_EQ(errorOf(withCard(R"({"vendorId": "10de", "deviceId": "2503", "location": "02:00.0"})")),
@@ -70,7 +80,11 @@ TEST(Scenario, ChecksTheIdentityOfEachCard) {
             .starts_with("cards[1].nmae: is not a field of a scenario here"));
 }
 
-TEST(Scenario, SaysThatAFileIsNoJson) { EXPECT_TRUE(errorOf("{nonsense").starts_with("is no JSON: ")); }
+TEST(Scenario, SaysThatAFileIsNoJson) {
+    for (const char* text : {"", "{nonsense", "\xFF\xFE{}", R"({"cudaDriverVersion": 1e999})"}) {
+        EXPECT_TRUE(errorOf(text).starts_with("is no JSON: ")) << text;
+    }
+}
 
 TEST(Scenario, SaysThatAFileCannotBeOpened) {
     try {
@@ -79,6 +93,31 @@ TEST(Scenario, SaysThatAFileCannotBeOpened) {
     } catch (const ScenarioError& error) {
         EXPECT_STREQ(error.what(), "/no/such/scenario.json: cannot be opened");
     }
+}
+
+TEST(Scenario, SaysThatAFolderIsNoFile) {
+    const auto folder = tests::testFolder().string();
+    try {
+        static_cast<void>(loadScenario(folder));
+        FAIL() << "nothing was thrown";
+    } catch (const ScenarioError& error) {
+        EXPECT_TRUE(std::string(error.what()).starts_with(folder + ": cannot be ")) << error.what();
+    }
+}
+
+TEST(Scenario, MayHaveANameBeyondAscii) {
+    const auto file = tests::testFolder() / std::filesystem::path(u8"Prüfung ✓.json");
+    std::ofstream(file) << R"({"schema": "vexil.scenario/1", "description": "found"})";
+    const auto name = file.u8string();
+    EXPECT_EQ(loadScenario({name.begin(), name.end()}).description, "found");
+}
+
+TEST(Scenario, OfTheProcessIsTheOneThatTheEnvironmentNames) {
+    using host::platform::setEnvironmentVariable;
+    setEnvironmentVariable("VEXIL_SCENARIO", "Prüfung ✓.json");
+    EXPECT_EQ(scenarioFileOfProcess(), "Prüfung ✓.json");
+    setEnvironmentVariable("VEXIL_SCENARIO", "");
+    EXPECT_EQ(scenarioFileOfProcess(), std::nullopt);
 }
 
 TEST(Scenario, MayHaveNoCards) {

@@ -52,6 +52,16 @@ TEST_F(RecordFile, StandsInAFolderForItsUserOnly) {
     EXPECT_EQ(folder.st_mode & 0777U, 0700U);
 }
 
+TEST_F(RecordFile, IsWrittenOutWithItsFolderBeforeARecordCounts) {
+    EXPECT_EQ(write("first"), 0);
+    constexpr std::int64_t extra = 3; // of SQLite's "synchronous"
+    EXPECT_EQ(Database(file_, Database::Access::Write).number("PRAGMA synchronous"), extra);
+    EXPECT_EQ(Database(file_, Database::Access::Write)
+                  .number("SELECT count(*) FROM pragma_journal_mode "
+                          "WHERE journal_mode = 'delete'"),
+              1);
+}
+
 TEST_F(RecordFile, ThatIsEmptyIsANewOne) {
     writeFile("");
     EXPECT_EQ(query({"Id"}), 19);

@@ -92,6 +92,15 @@ class RecordWriters : public vexil::tests::RecordFolderTest {
 protected:
     static constexpr int writers = 4;
 
+    /// Writers are killed here, and never the machine: a file in memory shows the same, without a wait for
+    /// the disk at each record.
+    static void SetUpTestSuite() {
+        constexpr const char* memory = "/dev/shm";
+        if (access(memory, W_OK) == 0) {
+            setenv("TMPDIR", memory, 1);
+        }
+    }
+
     /// Runs the writers until each has tried `count` records, killing one whenever they have said so many
     /// lines more; 0: none.
     void run(int count, int linesFromKillToKill) {
@@ -147,16 +156,10 @@ protected:
 };
 
 TEST_F(RecordWriters, LoseNoAcknowledgedRecordThoughTheyAreKilled) {
-    // The class is nearly full, so that the oldest records must go. With the variable it begins empty, for a
-    // longer proof, of 2500 records each at most: ids end at 10,000.
-    const char* wanted = std::getenv("VEXIL_RECORDS_PER_WRITER");
-    const int perWriter = wanted == nullptr ? 300 : std::atoi(wanted);
-    const int filled = wanted == nullptr ? 4200 : 0;
-    if (filled > 0) {
-        fill(0, filled);
-    }
+    // Ten thousand in all, the most that a class takes before its oldest id lies too high.
+    constexpr int perWriter = 2500;
     run(perWriter, 120);
-    EXPECT_GE(killed_, 10) << "too few were killed for a proof";
+    EXPECT_GE(killed_, 100) << "too few were killed for a proof";
 
     ResultLog log(cim_);
     std::vector<ResultRecord> records;
@@ -170,10 +173,6 @@ TEST_F(RecordWriters, LoseNoAcknowledgedRecordThoughTheyAreKilled) {
         const auto& number = record.deviceUdi;
         // One after the other without a gap: none was given twice, and only the oldest have gone.
         ASSERT_EQ(record.id, records.front().id + static_cast<int>(i));
-        if (record.id < filled) {
-            ASSERT_EQ(record.testName, "filled");
-            continue;
-        }
         ASSERT_EQ(record.deviceDisplayName, "display " + number);
         ASSERT_EQ(record.testName, "test " + number);
         ASSERT_EQ(record.testStatus, "status " + number);
@@ -187,22 +186,23 @@ TEST_F(RecordWriters, LoseNoAcknowledgedRecordThoughTheyAreKilled) {
     for (auto& [writer, account] : accounts_) {
         EXPECT_EQ(account.next, perWriter);
         const auto& serials = kept[writer];
-        ASSERT_FALSE(serials.empty());
+        // A writer that was done early may have none left.
+        const int oldestKept = serials.empty() ? perWriter : serials.front();
         EXPECT_TRUE(std::ranges::is_sorted(serials)) << "a writer's records stand in the order of its calls";
         const std::set<int> present(serials.begin(), serials.end());
         EXPECT_EQ(present.size(), serials.size()) << "no record stands twice";
         acknowledged += account.acknowledged.size();
         for (const int serial : account.acknowledged) {
-            const bool isOlder = serial < serials.front();
+            const bool isOlder = serial < oldestKept;
             pushedOut += isOlder ? 1U : 0U;
             EXPECT_TRUE(isOlder || present.contains(serial)) << "record " << serial << " of " << writer;
         }
     }
-    const auto written = static_cast<std::size_t>(records.back().id + 1 - filled);
+    const auto written = static_cast<std::size_t>(records.back().id + 1);
     EXPECT_GE(written, acknowledged);
     EXPECT_LE(written, acknowledged + static_cast<std::size_t>(killed_))
         << "a killed writer wrote one more at most";
-    EXPECT_LE(pushedOut, static_cast<std::size_t>(std::max(0, records.front().id - filled)));
+    EXPECT_LE(pushedOut, static_cast<std::size_t>(records.front().id));
     RecordProperty("killed", killed_);
     RecordProperty("acknowledged", static_cast<int>(acknowledged));
 }

@@ -1,4 +1,5 @@
 #include "platform/shared_library.h"
+#include "support/test_folder.h"
 #include "system/win_module.h"
 
 #include <gtest/gtest.h>
@@ -50,6 +51,22 @@ TEST(OpenTrustedLibrary, AnswersWithTheLibraryThatIsLoadedUnderTheName) {
     EXPECT_EQ(same, library);
     vexil::platform::closeLibrary(same);
     vexil::platform::closeLibrary(library);
+}
+
+TEST(OpenTrustedLibrary, IsNotMisledAboutItsOwnFolderByAChangeOfTheWorkingDirectory) {
+    const auto home = vexil::tests::testFolder() / "home";
+    const auto trap = vexil::tests::testFolder() / "trap";
+    const auto library = planted.filename().string();
+    for (const auto& folder : {home, trap}) {
+        fs::create_directory(folder);
+        fs::copy_file(VEXIL_LIBRARY_PROBE, folder / "probe");
+    }
+    fs::copy_file(planted, trap / library);
+    // Started by a path that means another file in the folder that it goes to.
+    const auto command = "cd '" + home.string() + "' && ./probe " + library + " '" + trap.string() + "'";
+    EXPECT_NE(std::system(command.c_str()), 0);
+    fs::copy_file(planted, home / library);
+    EXPECT_EQ(std::system(command.c_str()), 0) << "what stands beside the program is still found";
 }
 
 TEST(OpenTrustedLibrary, FindsWhatStandsBesideTheProgram) {

@@ -1,4 +1,5 @@
 #include "platform/shared_library.h"
+#include "support/test_folder.h"
 #include "system/win_module.h"
 
 #include <windows.h>
@@ -31,14 +32,13 @@ TEST(Load, FindsASystemLibraryByItsBareName) {
 }
 
 TEST(Load, TakesTheNameForUtf8) {
-    const auto folder = fs::temp_directory_path() / L"vexil-\u00E9\u4E2D";
-    fs::create_directories(folder);
-    fs::copy_file(VEXIL_PLANTED_LIBRARY, folder / "p.dll", fs::copy_options::overwrite_existing);
+    const auto folder = vexil::tests::testFolder() / L"\u00E9\u4E2D";
+    fs::create_directory(folder);
+    fs::copy_file(VEXIL_PLANTED_LIBRARY, folder / "p.dll");
     const auto name = (folder / "p.dll").u8string();
     void* library = getModule()->load(std::string(name.begin(), name.end()).c_str(), 1);
     EXPECT_NE(library, nullptr);
     getModule()->release(library);
-    fs::remove_all(folder);
 }
 
 } // namespace

@@ -11,6 +11,7 @@
 #include "module/video_card/vocabulary.h"
 #include "utils/mersenne_twister.h"
 
+#include <algorithm>
 #include <cstring>
 #include <new>
 #include <string>
@@ -71,7 +72,7 @@ private:
             return false;
         }
         std::uint32_t count = 0;
-        return test_.surfaceCount(&card_, arguments_, &count) == 0 && static_cast<std::int32_t>(count) >= 1 &&
+        return test_.surfaceCount(&card_, arguments_, &count) == 0 &&
                createSurfaces(*dx11_.device, count, surfaces_);
     }
 
@@ -128,8 +129,9 @@ std::uint32_t Dx11VideoMemoryTest::surfaceCount(core::Device* device, const core
     if (card == nullptr) {
         return 1;
     }
+    // Counted with a sign: free memory beyond all reason may turn out as a negative number, which makes none.
     const auto surfaces = static_cast<std::int32_t>(testableBytes(*card) >> surfaceBytesShift);
-    *count = static_cast<std::uint32_t>(surfaces > mostSurfaces ? mostSurfaces : surfaces);
+    *count = static_cast<std::uint32_t>(std::clamp(surfaces, 0, mostSurfaces));
     return 0;
 }
 

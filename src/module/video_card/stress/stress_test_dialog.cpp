@@ -40,7 +40,7 @@ QRect geometryOf(const TestParameterScreenDimensions& dimensions) {
 }
 
 std::wstring translate(const std::string& key) {
-    return QCoreApplication::translate("VIDEO_CARD", key.c_str()).toStdWString();
+    return QCoreApplication::translate(keys::moduleName.c_str(), key.c_str()).toStdWString();
 }
 
 } // namespace

@@ -54,9 +54,9 @@ adl::AdapterInfo describe(const AmdgpuCard& card, std::size_t index) {
     adl::AdapterInfo info{};
     info.iSize = sizeof(info);
     info.iAdapterIndex = static_cast<std::int32_t>(index);
-    info.iBusNumber = static_cast<std::int32_t>(card.bus);
-    info.iDeviceNumber = static_cast<std::int32_t>(card.device);
-    info.iFunctionNumber = static_cast<std::int32_t>(card.function);
+    info.iBusNumber = static_cast<std::int32_t>(card.address.bus);
+    info.iDeviceNumber = static_cast<std::int32_t>(card.address.device);
+    info.iFunctionNumber = static_cast<std::int32_t>(card.address.function);
     info.iVendorID = driverVendorId;
     info.iPresent = 1;
     info.iExist = 1;
@@ -108,7 +108,9 @@ VEXIL_SHARED_API adl::Status ADL_Main_Control_Destroy() {
         return adl::notInitialized;
     }
     if (--library().users == 0) {
-        library().cards = {}; // with its memory, which nothing would free when this library is unloaded
+        // With its memory, which nothing would free when this library is unloaded; from "{}" it would keep
+        // it.
+        library().cards = std::vector<AmdgpuCard>();
     }
     return adl::ok;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/linux/pci_address.h"
+
 #include <cstdint>
 #include <filesystem>
 #include <optional>
@@ -11,10 +13,7 @@ namespace vexil::platform {
 /// One card that the kernel's amdgpu driver runs, by its folder in sysfs. A value that the card does not
 /// tell, or does not tell now, is nothing.
 struct AmdgpuCard {
-    std::uint32_t domain = 0;
-    std::uint32_t bus = 0;
-    std::uint32_t device = 0;
-    std::uint32_t function = 0;
+    PciAddress address;
     std::filesystem::path folder;
 
     [[nodiscard]] bool isPresent() const;

@@ -1,10 +1,8 @@
 #include "platform/linux/adl/amdgpu_cards.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <fstream>
 #include <system_error>
-#include <tuple>
 
 namespace vexil::platform {
 
@@ -46,11 +44,8 @@ std::string driverOf(const fs::path& device) {
 }
 
 std::optional<AmdgpuCard> readCard(const fs::path& folder) {
-    AmdgpuCard card;
-    const auto address = folder.filename().string();
-    char rest = '\0';
-    if (std::sscanf(address.c_str(), "%x:%x:%x.%x%c", &card.domain, &card.bus, &card.device, &card.function,
-                    &rest) != 4) {
+    const auto address = parsePciAddress(folder.filename().string());
+    if (!address) {
         return std::nullopt;
     }
     const auto deviceClass = readNumber<std::uint32_t>(folder / "class", std::hex).value_or(0);
@@ -58,8 +53,7 @@ std::optional<AmdgpuCard> readCard(const fs::path& folder) {
         deviceClass >> 16 != displayController || driverOf(folder) != "amdgpu") {
         return std::nullopt;
     }
-    card.folder = folder;
-    return card;
+    return AmdgpuCard{*address, folder};
 }
 
 /// The folder of the card's sensors.
@@ -113,9 +107,7 @@ std::vector<AmdgpuCard> listAmdgpuCards(const fs::path& root) {
             cards.push_back(std::move(*card));
         }
     }
-    std::ranges::sort(cards, {}, [](const AmdgpuCard& card) {
-        return std::tuple(card.domain, card.bus, card.device, card.function);
-    });
+    std::ranges::sort(cards, {}, &AmdgpuCard::address);
     return cards;
 }
 

@@ -1,5 +1,6 @@
 #include "platform/linux/cim/machine_objects.h"
 
+#include "platform/linux/pci_address.h"
 #include "platform/linux/pci_ids.h"
 
 #include <algorithm>
@@ -86,14 +87,10 @@ std::string hardwareId(const DisplayController& controller) {
 
 /// "PCI bus 1, device 0, function 0"; empty for an address that is none.
 system::CimValue location(const DisplayController& controller) {
-    unsigned domain = 0;
-    unsigned bus = 0;
-    unsigned device = 0;
-    unsigned function = 0;
-    if (std::sscanf(controller.address.c_str(), "%x:%x:%x.%x", &domain, &bus, &device, &function) != 4) {
-        return {};
-    }
-    return formatted("PCI bus %u, device %u, function %u", bus, device, function);
+    const auto pci = parsePciAddress(controller.address);
+    return pci ? system::CimValue(
+                     formatted("PCI bus %u, device %u, function %u", pci->bus, pci->device, pci->function))
+               : system::CimValue();
 }
 
 system::CimValue textOrEmpty(const std::string& text) {

@@ -56,8 +56,9 @@ Database::Database(const std::filesystem::path& file, Access access) {
     check(opened, code);
     check(opened, sqlite3_extended_result_codes(opened, 1));
     check(opened, sqlite3_busy_timeout(opened, waitMilliseconds));
-    // A record that was acknowledged survives a failure of power as well.
-    execute("PRAGMA synchronous = FULL");
+    // A record that was acknowledged survives a failure of power as well. Anything less leaves the end of the
+    // journal, which is the commit, to whenever its folder is written.
+    execute("PRAGMA synchronous = EXTRA");
 }
 
 void Database::execute(const std::string& sql) {

@@ -1,22 +1,13 @@
 #pragma once
 
 #include "platform/kernel_graphics.h"
+#include "platform/linux/pci_address.h"
 
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace vexil::platform {
-
-struct PciAddress {
-    std::uint32_t domain = 0;
-    std::uint32_t bus = 0;
-    std::uint32_t device = 0;
-    std::uint32_t function = 0;
-
-    friend bool operator==(const PciAddress&, const PciAddress&) = default;
-};
 
 /// The address that a device path ends with, as in "/sys/bus/pci/devices/0000:0a:00.0".
 [[nodiscard]] std::optional<PciAddress> pciAddressOfPath(const std::string& devicePath);

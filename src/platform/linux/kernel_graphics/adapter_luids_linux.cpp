@@ -8,7 +8,6 @@
 #include <vulkan/vulkan.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <cstring>
 #include <memory>
 
@@ -100,12 +99,7 @@ Owned<IDXGIFactory> makeFactory() {
 } // namespace
 
 std::optional<PciAddress> pciAddressOfPath(const std::string& devicePath) {
-    const auto last = devicePath.substr(devicePath.find_last_of('/') + 1);
-    PciAddress address;
-    char rest = '\0';
-    const int read = std::sscanf(last.c_str(), "%x:%x:%x.%x%c", &address.domain, &address.bus,
-                                 &address.device, &address.function, &rest);
-    return read == 4 ? std::optional(address) : std::nullopt;
+    return parsePciAddress(devicePath.substr(devicePath.find_last_of('/') + 1));
 }
 
 std::vector<AdapterLuid> listAdapterLuids() {

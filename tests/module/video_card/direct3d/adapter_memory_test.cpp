@@ -106,6 +106,23 @@ TEST(SurfaceCount, HasNoLimitInTheExtendedTest) {
     EXPECT_EQ(surfacesOf(test, cardWith("GeForce", 0x10DE, 0, 0, 4 * mebibyte - 1)), 0U);
 }
 
+TEST(SurfaceCount, IsOf32BitsWithASignInTheQuickTestAndWithoutOneInTheExtendedTest) {
+    const auto surfacesWith = [](const Dx11VideoMemoryTest& test, std::uint64_t surfaces) {
+        return surfacesOf(test, cardWith("GeForce", 0x10DE, 0, 0, surfaces << 22));
+    };
+    constexpr std::uint64_t mostWithSign = 0x7FFFFFFF;
+    constexpr std::uint64_t carry = std::uint64_t{1} << 32;
+    const Dx11VideoMemoryTest quick;
+    EXPECT_EQ(surfacesWith(quick, mostWithSign), 50U);
+    EXPECT_EQ(surfacesWith(quick, mostWithSign + 1), 0U)
+        << "never more than fifty, however that number reads";
+    EXPECT_EQ(surfacesWith(quick, carry + 7), 7U);
+    const Dx11ExtendedVideoMemoryTest extended;
+    EXPECT_EQ(surfacesWith(extended, mostWithSign + 1), 0x80000000U);
+    EXPECT_EQ(surfacesWith(extended, carry - 1), 0xFFFFFFFFU);
+    EXPECT_EQ(surfacesWith(extended, carry + 7), 7U);
+}
+
 TEST(SurfaceCount, CannotBeToldForADeviceThatIsNoVideoCard) {
     std::uint32_t count = 7;
     EXPECT_NE(Dx11VideoMemoryTest().surfaceCount(nullptr, {}, &count), 0U);

@@ -20,9 +20,13 @@ constexpr std::size_t largeBlock = 1 << 20;
 std::array<std::size_t, 64> blocks{};
 std::atomic<std::size_t> blockCount = 0;
 std::atomic<bool> counting = false;
+std::atomic<std::size_t> blocksLeft = blocks.size(); ///< that can still be had while they are counted
 
 void* allocate(std::size_t size) {
     if (counting && size >= largeBlock) {
+        if (blockCount == blocksLeft) {
+            throw std::bad_alloc();
+        }
         blocks.at(blockCount++) = size;
     }
     if (void* const block = std::malloc(size == 0 ? 1 : size)) {
@@ -43,11 +47,31 @@ void operator delete[](void* block, std::size_t) noexcept { std::free(block); }
 namespace vexil::tests {
 namespace {
 
+TEST(VideoMemoryHostMemory, CouldNotAllocateWithoutRoomForBothImages) {
+    for (const std::size_t images : {0U, 1U}) {
+        CardSetup setup;
+        setup.freeMemory = std::uint64_t{2} << 22;
+        CardUnderTest card(setup);
+        module::video_card::Dx11VideoMemoryTest test;
+        blockCount = 0;
+        blocksLeft = images;
+        counting = true;
+        const auto result = card.run(test);
+        counting = false;
+        EXPECT_EQ(result, core::TestResult::NotCompleted);
+        EXPECT_THAT(card.reporter.events,
+                    testing::ElementsAre("progress 0", "progress 100",
+                                         "report 0 A_VIDEO_CARD_COULD_NOT_ALLOCATE_MEMORY"));
+    }
+    blocksLeft = blocks.size();
+}
+
 TEST(VideoMemoryHostMemory, HoldsTwoImagesAndNoThirdHoweverManySurfacesThereAre) {
     CardSetup setup;
     setup.freeMemory = std::uint64_t{60} << 22;
     CardUnderTest card(setup);
     module::video_card::Dx11ExtendedVideoMemoryTest test;
+    blockCount = 0;
     counting = true;
     const auto result = card.run(test);
     counting = false;

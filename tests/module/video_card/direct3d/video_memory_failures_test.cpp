@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -34,6 +35,18 @@ struct Outcome {
     std::vector<std::string> calls;
 };
 
+/// Whatever ended a run, the last that the old device sees is one reset, and then a new one is made.
+void expectOneReset(const std::vector<std::string>& calls) {
+    ASSERT_GE(calls.size(), 3U);
+    EXPECT_THAT(std::vector(calls.end() - 3, calls.end()),
+                testing::ElementsAre("ClearState()", "Flush()",
+                                     "D3D11CreateDevice(0, null, 32, [45056], 1, 7, null)"));
+    EXPECT_EQ(std::ranges::count(calls, "ClearState()"), 1);
+    const auto flushes = std::ranges::count(calls, "Flush()");
+    const auto drawings = std::ranges::count(calls, "DrawIndexed(6, 0, 0)");
+    EXPECT_EQ(flushes, drawings + 1) << "one for each drawing, and that of the reset";
+}
+
 /// A run over `surfaces` surfaces of a card with one fault. Whatever happened, the card must have a new
 /// device.
 Outcome runWith(const Direct3DFault& fault, std::uint64_t surfaces = 8) {
@@ -46,6 +59,7 @@ Outcome runWith(const Direct3DFault& fault, std::uint64_t surfaces = 8) {
     Outcome outcome{card.run(test), card.reporter.events, card.log->take()};
     EXPECT_NE(card.device->dx11Context().device, device);
     EXPECT_EQ(device.use_count(), 1) << "something of the run still holds the old device";
+    expectOneReset(outcome.calls);
     return outcome;
 }
 
@@ -98,6 +112,23 @@ TEST_P(VideoMemoryPipeline, IsNotGoneOnWithAfterItsFirstFailure) {
     };
     EXPECT_THAT(lastOfRun,
                 testing::StartsWith(lastBefore.at(GetParam().call + std::to_string(GetParam().number))));
+}
+
+TEST(VideoMemoryFailure, ResetsTheCardOnceWhenAUserOrTheSystemStopsTheRun) {
+    for (const bool byUser : {true, false}) {
+        CardSetup setup;
+        setup.freeMemory = 40 * mebibyte;
+        CardUnderTest card(setup);
+        card.reporter.onProgress = [&](std::uint8_t percent) {
+            card.cancel = byUser && percent >= 20 ? 1 : 0;
+            card.arguments.systemEvents->flags = !byUser && percent >= 20 ? 1 : 0;
+        };
+        const auto device = card.device->dx11Context().device;
+        Dx11VideoMemoryTest test;
+        EXPECT_EQ(card.run(test), TestResult::NotCompleted);
+        EXPECT_NE(card.device->dx11Context().device, device);
+        expectOneReset(card.log->take());
+    }
 }
 
 TEST(VideoMemoryFailure, OutOfMemoryOnTheFifthSurfaceTestsFour) {

@@ -345,6 +345,15 @@ TEST(ExtendedVideoMemoryTest, SharesItsFirstFiftyImagesWithTheQuickOne) {
     EXPECT_EQ(images[0], images[1]);
 }
 
+TEST(ExtendedVideoMemoryTest, HasNoUpperLimitForTheNumberOfSurfacesThatItAsksFor) {
+    auto setup = setupWith(std::uint64_t{0x80000000} << 22);
+    setup.direct3d.memoryBudget = 21 * mebibyte; // 8 MiB of it for the target and the depth
+    CardUnderTest card(setup);
+    Dx11ExtendedVideoMemoryTest test;
+    EXPECT_EQ(card.run(test), TestResult::Passed);
+    EXPECT_EQ(card.reporter.events.back(), "report 0 TOTAL_SURFACES_TESTED: 3/3");
+}
+
 TEST(ExtendedVideoMemoryTest, TestsWhatALargeCardGivesBeforeItIsFull) {
     auto setup = setupWith(8192 * mebibyte);
     setup.direct3d.oneSurfaceMemory = true;

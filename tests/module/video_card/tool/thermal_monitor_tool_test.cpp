@@ -160,6 +160,13 @@ TEST_F(ThermalTool, SaysNothingOfADeviceThatIsGone) {
     EXPECT_TRUE(reporter_.messages.empty());
 }
 
+TEST_F(ThermalTool, LooksForTheDeviceBeforeItLooksForAStop) {
+    card_.reset();
+    cancel_ = 1;
+    arguments_.systemEvents->flags = 1;
+    EXPECT_EQ(tool_.execute(arguments_), TestResult::DeviceUnavailable);
+}
+
 TEST_F(ThermalTool, SaysNothingOfADeviceOfAnotherKind) {
     const auto other = std::make_shared<OtherDevice>();
     arguments_.device = other;

@@ -37,10 +37,10 @@ protected:
 TEST_F(AmdgpuCards, AreTheDisplayControllersThatAmdgpuRunsByAddress) {
     const auto cards = list();
     ASSERT_EQ(cards.size(), 2U) << "neither the sound function, nor a card of another driver or maker";
-    EXPECT_EQ(cards[0].bus, 3U);
-    EXPECT_EQ(cards[0].device, 0U);
-    EXPECT_EQ(cards[0].function, 0U);
-    EXPECT_EQ(cards[1].bus, 10U);
+    EXPECT_EQ(cards[0].address.bus, 3U);
+    EXPECT_EQ(cards[0].address.device, 0U);
+    EXPECT_EQ(cards[0].address.function, 0U);
+    EXPECT_EQ(cards[1].address.bus, 10U);
     EXPECT_EQ(cards[1].deviceId(), 0x73DFU);
     EXPECT_TRUE(cards[1].isPresent());
 }
@@ -58,8 +58,8 @@ TEST_F(AmdgpuCards, AreOrderedByDomainFirst) {
     tree_.addLink(other + "driver", "../../drivers/amdgpu");
     const auto cards = list();
     ASSERT_EQ(cards.size(), 3U);
-    EXPECT_EQ(cards[2].domain, 1U);
-    EXPECT_EQ(cards[2].bus, 1U);
+    EXPECT_EQ(cards[2].address.domain, 1U);
+    EXPECT_EQ(cards[2].address.bus, 1U);
 }
 
 TEST_F(AmdgpuCards, TellTheTemperatureOfTheEdge) { EXPECT_EQ(card(navi).millidegrees(), 47'000); }

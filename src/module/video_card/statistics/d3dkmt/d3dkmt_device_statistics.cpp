@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
-#include <exception>
 #include <mutex>
 #include <stdexcept>
 #include <utility>
@@ -49,7 +48,7 @@ D3DKMTDeviceStatistics::D3DKMTDeviceStatistics(const AdapterRecord& adapter, ::M
     for (const auto& path : paths_) {
         try {
             openAdapter(path);
-        } catch (const std::exception&) {
+        } catch (...) {
             // A path that does not open says nothing about the others.
         }
     }
@@ -122,7 +121,7 @@ void D3DKMTDeviceStatistics::sample(D3DKMTAdapter& adapter) {
                 node.takeRunningTime(request.queryResult.nodeInformation.runningTime);
             }
         }
-    } catch (const std::exception&) {
+    } catch (...) {
     }
 }
 
@@ -168,7 +167,7 @@ StatisticsSources& D3DKMTDeviceStatisticsScanner::scan(StatisticsSources& source
     for (const auto& adapter : adapters_) {
         try {
             sources.push_back(std::make_unique<D3DKMTDeviceStatistics>(adapter, loader_, clock_));
-        } catch (const std::exception&) {
+        } catch (...) {
             // A card without a driver that keeps statistics has no such source.
         }
     }

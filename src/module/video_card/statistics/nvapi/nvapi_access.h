@@ -57,4 +57,21 @@ private:
     std::atomic<bool> unloading_{false};
 };
 
+/// A reference to NVAPI, given back at its end.
+class NvapiReference {
+public:
+    /// Throws the NVAPI status as an `int` if the reference is refused.
+    explicit NvapiReference(NvapiAccess& access) : access_(access) {
+        if (const int status = access_.initialize(); status != platform::nvapi::ok) {
+            throw status;
+        }
+    }
+    NvapiReference(const NvapiReference&) = delete;
+    NvapiReference& operator=(const NvapiReference&) = delete;
+    ~NvapiReference() { access_.unload(); }
+
+private:
+    NvapiAccess& access_;
+};
+
 } // namespace vexil::module::video_card

@@ -49,10 +49,7 @@ std::uint64_t bytesOfKib(std::uint32_t kib) { return std::uint32_t{kib << 10}; }
 
 NvapiDeviceStatistics::NvapiDeviceStatistics(nvapi::GpuHandle gpu, std::string location,
                                              const NvapiRuntime& runtime)
-    : gpu_(gpu), location_(std::move(location)), runtime_(runtime) {
-    if (const int status = runtime_.access.initialize(); status != nvapi::ok) {
-        throw status;
-    }
+    : gpu_(gpu), location_(std::move(location)), runtime_(runtime), reference_(runtime.access) {
     library_ = runtime_.loader.load(platform::nvapiLibrary(), 1);
     if (library_ == nullptr) {
         // Loaded for its effect on the process alone and never given back: an older driver serves no source.
@@ -65,18 +62,17 @@ NvapiDeviceStatistics::NvapiDeviceStatistics(nvapi::GpuHandle gpu, std::string l
         usage_ = reinterpret_cast<nvapi::GetUsage>(query_(nvapi::id::getUsage));
     }
     if (usage_ == nullptr) {
-        giveBack();
+        releaseLibrary();
         throw std::string("Error loading nvapi dynamic library.");
     }
 }
 
-NvapiDeviceStatistics::~NvapiDeviceStatistics() { giveBack(); }
+NvapiDeviceStatistics::~NvapiDeviceStatistics() { releaseLibrary(); }
 
-void NvapiDeviceStatistics::giveBack() {
+void NvapiDeviceStatistics::releaseLibrary() {
     if (library_ != nullptr) {
         runtime_.loader.release(library_);
     }
-    runtime_.access.unload();
 }
 
 bool NvapiDeviceStatistics::matches(const AdapterRecord& adapter) const {

@@ -39,7 +39,7 @@ public:
     VideoCardStatisticsStatus getFreeMemory(std::uint64_t& bytes) override;
 
 private:
-    void giveBack();
+    void releaseLibrary();
 
     platform::nvapi::GpuHandle gpu_;
     void* library_ = nullptr;
@@ -47,6 +47,7 @@ private:
     platform::nvapi::GetUsage usage_ = nullptr;
     std::string location_;
     const NvapiRuntime& runtime_;
+    NvapiReference reference_; ///< the last: the location outlives it
 };
 
 } // namespace vexil::module::video_card

@@ -10,14 +10,6 @@ namespace vexil::module::video_card {
 
 namespace nvapi = platform::nvapi;
 
-NvapiDeviceStatisticsScanner::NvapiDeviceStatisticsScanner(const NvapiRuntime& runtime) : runtime_(runtime) {
-    if (const int status = runtime_.access.initialize(); status != nvapi::ok) {
-        throw status;
-    }
-}
-
-NvapiDeviceStatisticsScanner::~NvapiDeviceStatisticsScanner() { runtime_.access.unload(); }
-
 StatisticsSources& NvapiDeviceStatisticsScanner::scan(StatisticsSources& sources) {
     std::array<nvapi::GpuHandle, nvapi::maxGpus> gpus{};
     std::uint32_t count = 0;

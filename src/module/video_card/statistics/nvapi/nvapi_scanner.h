@@ -9,10 +9,8 @@ namespace vexil::module::video_card {
 class NvapiDeviceStatisticsScanner final : public VideoCardStatisticsScanner {
 public:
     /// Throws the NVAPI status as an `int` if NVAPI cannot be initialised.
-    explicit NvapiDeviceStatisticsScanner(const NvapiRuntime& runtime = systemNvapi());
-    NvapiDeviceStatisticsScanner(const NvapiDeviceStatisticsScanner&) = delete;
-    NvapiDeviceStatisticsScanner& operator=(const NvapiDeviceStatisticsScanner&) = delete;
-    ~NvapiDeviceStatisticsScanner() override;
+    explicit NvapiDeviceStatisticsScanner(const NvapiRuntime& runtime = systemNvapi())
+        : runtime_(runtime), reference_(runtime.access) {}
 
     void reserved1() override {}
     void reserved2() override {}
@@ -21,6 +19,7 @@ public:
 
 private:
     const NvapiRuntime& runtime_;
+    NvapiReference reference_;
 };
 
 } // namespace vexil::module::video_card

@@ -4,10 +4,10 @@
 #include "module/video_card/direct3d/depth_stencil.h"
 #include "module/video_card/direct3d/mapped_subresource.h"
 #include "module/video_card/stress/rendering/render_resources.h"
+#include "utils/mersenne_twister.h"
 
 #include <cstring>
 #include <iterator>
-#include <random>
 #include <span>
 #include <utility>
 
@@ -90,10 +90,10 @@ void D3D11OffscreenRenderer::createMatrices() {
 void D3D11OffscreenRenderer::createPattern() {
     static constexpr const char* failure = "Failed to create pattern";
     auto& device = *dx11_.device;
-    std::mt19937 engine(patternSeed);
     std::vector<std::uint32_t> pixels(std::size_t{width_} * height_);
+    utils::MersenneTwister(patternSeed).fill(pixels);
     for (auto& pixel : pixels) {
-        pixel = static_cast<std::uint32_t>(engine()) | patternOpaqueBits;
+        pixel |= patternOpaqueBits;
     }
     auto description = descriptionOf(*targets_.front().texture);
     description.SampleDesc = {1, 0};

@@ -1,5 +1,7 @@
 #include "module/video_card/stress/rendering/overlay_instruction.h"
 
+#include "module/video_card/message_keys.h"
+
 #include <QCoreApplication>
 #include <QFont>
 #include <QFontMetrics>
@@ -8,7 +10,7 @@
 namespace vexil::module::video_card {
 
 std::wstring instructionText() {
-    return QCoreApplication::translate("VIDEO_CARD", "ESC_INSTRUCTION").toStdWString();
+    return QCoreApplication::translate(keys::moduleName.c_str(), keys::escInstruction.c_str()).toStdWString();
 }
 
 float instructionWidth(const std::wstring& text, int pointSize) {

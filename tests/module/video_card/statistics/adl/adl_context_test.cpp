@@ -1,6 +1,7 @@
 #include "module/video_card/statistics/adl/adl_context.h"
 
 #include "adl_loader.h"
+#include "module/video_card/statistics/adl/adl_scanner.h"
 #include "platform/library_names.h"
 
 #include <gtest/gtest.h>
@@ -147,6 +148,22 @@ TEST(AdlContext, IsOneForAllThreads) {
     }
     EXPECT_EQ(std::ranges::count(seen, amd.contexts.get()), 4);
     EXPECT_EQ(amd.loader.count("create"), 1);
+}
+
+ADLContexts* asked = nullptr;
+
+adl::Status askMeanwhile(std::int32_t*) {
+    std::thread([] { EXPECT_NE(asked->get(), nullptr); }).join();
+    return adl::error;
+}
+
+TEST(AdlContext, IsToBeHadByOthersWhileTheLibraryIsCalled) {
+    AdlFixture amd;
+    amd.loader.replacements["ADL_Adapter_NumberOfAdapters_Get"] = addressOf(askMeanwhile);
+    asked = &amd.contexts;
+    StatisticsSources sources;
+    // Forever, were the context locked for the call.
+    EXPECT_TRUE(ADLDeviceStatisticsScanner(amd.contexts).scan(sources).empty());
 }
 
 TEST(AdlAllocation, GivesFourBytesForEachUnit) {

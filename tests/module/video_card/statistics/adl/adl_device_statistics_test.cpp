@@ -325,6 +325,15 @@ TEST(AdlMemory, GivesANegativeTotalAsItsBits) {
     EXPECT_EQ(totalMemoryOf(amd.contexts).bytes, 0xFFFFFFFFFFFFFFFFULL);
 }
 
+TEST(AdlMemory, IsZeroInATotalThatTheCallDoesNotWrite) {
+    AdlFixture amd;
+    auto card = healthyCard(7);
+    card.memoryBytes.reset();
+    put(card);
+    EXPECT_EQ(totalMemoryOf(amd.contexts).status, Status::Ok);
+    EXPECT_EQ(totalMemoryOf(amd.contexts).bytes, 0U);
+}
+
 TEST(AdlMemory, CountsUsageThatTheCallDoesNotWriteAsZero) {
     AdlFixture amd;
     auto card = healthyCard(7);
@@ -359,6 +368,25 @@ TEST(AdlMemory, IsUnavailableWithoutItsFunctionsOrTheLibrary) {
     none.loader.createStatus = -1;
     EXPECT_EQ(totalMemoryOf(none.contexts).status, Status::Unavailable);
     EXPECT_EQ(freeMemoryOf(none.contexts).status, Status::Unavailable);
+}
+
+std::int32_t sentMegabytes = -1;
+
+adl::Status lookAtVramUsage(adl::ContextHandle context, std::int32_t adapter, std::int32_t* megabytes) {
+    sentContext = context;
+    sentAdapter = adapter;
+    sentMegabytes = *megabytes;
+    return adl::error;
+}
+
+TEST(AdlMemory, AsksForTheUsageInTheDefaultContext) {
+    AdlFixture amd;
+    amd.loader.replacements["ADL2_Adapter_VRAMUsage_Get"] = addressOf(lookAtVramUsage);
+    sentContext = &sentKind;
+    EXPECT_EQ(freeMemoryOf(amd.contexts).status, Status::Unavailable);
+    EXPECT_EQ(sentContext, nullptr);
+    EXPECT_EQ(sentAdapter, 4);
+    EXPECT_EQ(sentMegabytes, 0);
 }
 
 /// A class that overrides the slot, to see that the free memory is told from it.

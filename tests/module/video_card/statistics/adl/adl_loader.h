@@ -1,25 +1,21 @@
 #pragma once
 
-#include "core/library_loader.h"
 #include "module/video_card/statistics/adl/adl_context.h"
 #include "platform/adl.h"
 #include "simulated/adl/adl_functions.h"
 #include "simulated/adl/adl_machine.h"
+#include "support/recorded_loader.h"
 
-#include <algorithm>
 #include <map>
-#include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
 namespace vexil::tests {
 
-using Events = std::vector<std::string>;
-
 /// A loader whose ADL library is the stand-in, with what a test changes about it. One at a time: its
 /// functions are plain ones, as the interface has them, and find it here.
-class AdlLoader final : public ::Module {
+class AdlLoader final : public RecordedLoader {
 public:
     AdlLoader() { only = this; }
     ~AdlLoader() override {
@@ -27,20 +23,11 @@ public:
         simulated::setAdlMachine({});
     }
 
-    Events events;                             ///< of loading, starting, ending and releasing, in order
-    std::set<std::string> missingLibraries;    ///< by name
     std::map<std::string, void*> replacements; ///< functions by name; null for one that is missing
-    std::uint32_t flags = 0;                   ///< of the last loading
     platform::adl::Status createStatus = platform::adl::ok;
     platform::adl::Allocate allocate = nullptr; ///< as `ADL_Main_Control_Create` got it
     std::int32_t connectedOnly = 0;             ///< likewise
 
-    void* load(const char* name, std::uint32_t loadFlags) override {
-        flags = loadFlags;
-        const bool missing = missingLibraries.contains(name);
-        events.push_back((missing ? "miss " : "load ") + std::string(name));
-        return missing ? nullptr : this;
-    }
     void* resolve(void* library, const char* symbol) override {
         if (library != this) {
             return nullptr;
@@ -55,13 +42,6 @@ public:
             return reinterpret_cast<void*>(&destroy);
         }
         return simulated::adl_functions::find(symbol);
-    }
-    void release(void* library) override {
-        events.push_back(library == this ? "release" : "release of a foreign library");
-    }
-
-    [[nodiscard]] std::ptrdiff_t count(const std::string& event) const {
-        return std::ranges::count(events, event);
     }
 
 private:
@@ -102,10 +82,5 @@ inline simulated::AdlCardSection healthyCard(std::int32_t version) {
 }
 
 inline void put(simulated::AdlCardSection card) { simulated::setAdlMachine({{}, {std::move(card)}}); }
-
-template <typename Function>
-void* addressOf(Function* function) {
-    return reinterpret_cast<void*>(function);
-}
 
 } // namespace vexil::tests

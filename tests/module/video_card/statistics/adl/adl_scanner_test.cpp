@@ -109,6 +109,35 @@ TEST_F(AdlScanner, GoesOnWithTheVersionIfTheGenerationFailsWithSupportedLeftAtZe
     EXPECT_TRUE(scan().empty()) << "the version test, not the skip test, leaves this one out";
 }
 
+platform::adl::ContextHandle sentContext = &sentContext;
+std::vector<std::int32_t> sent;
+
+platform::adl::Status lookAtCaps(platform::adl::ContextHandle context, std::int32_t adapter,
+                                 std::int32_t* supported, std::int32_t* enabled, std::int32_t* version) {
+    sentContext = context;
+    sent = {adapter, *supported, *enabled, *version};
+    return platform::adl::ok;
+}
+
+TEST_F(AdlScanner, AsksForTheGenerationInTheDefaultContextWithZeroes) {
+    amd_.loader.replacements["ADL2_Overdrive_Caps"] = addressOf(lookAtCaps);
+    put(healthyCard(7));
+    EXPECT_TRUE(scan().empty());
+    EXPECT_EQ(sentContext, nullptr);
+    EXPECT_EQ(sent, (std::vector<std::int32_t>{4, 0, 0, 0}));
+}
+
+TEST_F(AdlScanner, GivesACardNothingOfTheOneBeforeIt) {
+    auto first = healthyCard(7);
+    first.adapters = {adapterAt(1, 1, 0, 0)};
+    simulated::AdlCardSection silent;
+    silent.adapters = {adapterAt(2, 2, 1, 1)};
+    simulated::setAdlMachine({{}, {first, silent}});
+    const auto sources = scan();
+    ASSERT_EQ(sources.size(), 1U) << "a version that was not told is 0, whatever the last one was";
+    EXPECT_TRUE(matches(*sources[0], "01:00.0"));
+}
+
 TEST_F(AdlScanner, GoesOnWithTheVersionOfACardThatIsNotSupported) {
     auto card = healthyCard(6);
     card.overdriveSupported = 0;

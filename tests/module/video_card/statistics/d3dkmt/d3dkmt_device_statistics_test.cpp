@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <set>
 #include <stdexcept>
 #include <thread>
 
@@ -27,7 +28,6 @@ protected:
 
     /// Engines that run at a load of so many percent of the clock's time.
     d3dkmt::Status answer(d3dkmt::QueryStatistics& request) {
-        ++queries_;
         if (request.type == d3dkmt::QueryStatisticsType::Adapter) {
             request.queryResult.adapterInformation.nodeCount = static_cast<std::uint32_t>(loads_.size());
             return countStatus_;
@@ -60,7 +60,6 @@ protected:
     std::vector<double> loads_ = {25};
     std::vector<d3dkmt::Status> statuses_;
     d3dkmt::Status countStatus_ = d3dkmt::success;
-    int queries_ = 0;
     std::uint64_t percent_ = 12345;
 };
 
@@ -68,6 +67,24 @@ TEST_F(D3dkmtStatistics, LoadTheLibraryWithTheFlagOneAndNeverReleaseIt) {
     { const auto source = make(); }
     EXPECT_EQ(graphics_.loads,
               std::vector<std::string>{std::string(platform::kernelGraphicsLibrary()) + " 1"});
+}
+
+TEST_F(D3dkmtStatistics, NeverCloseAnAdapter) {
+    { static_cast<void>(make()->getUsage(percent_)); }
+    EXPECT_EQ(graphics_.resolved,
+              (std::set<std::string>{"D3DKMTOpenAdapterFromDeviceName", "D3DKMTQueryStatistics"}));
+}
+
+/// Once a process, whichever test it runs before this one.
+TEST_F(D3dkmtStatistics, ReadTheFrequencyOfTheCounterOnceWithTheFirstEngine) {
+    loads_ = {};
+    make();
+    EXPECT_EQ(clock_.frequencyReads, 0) << "there is no engine";
+    loads_ = {25, 25};
+    make();
+    static_cast<void>(make()->getUsage(percent_));
+    EXPECT_LE(clock_.frequencyReads, 1);
+    EXPECT_EQ(percent_, 25U) << "and it was read";
 }
 
 TEST_F(D3dkmtStatistics, MatchTheLocationByteForByte) {
@@ -202,6 +219,62 @@ TEST_F(D3dkmtStatistics, KeepTheLastSampleWhenTheStatisticsFunctionGoesAway) {
     clock_.pass(1s);
     EXPECT_EQ(source->getUsage(percent_), Status::Ok);
     EXPECT_EQ(percent_, 25U) << "window and delta of the reading before";
+}
+
+TEST_F(D3dkmtStatistics, EndTheSamplingOfAnAdapterSilentlyWithWhateverIsThrown) {
+    record_.devicePaths = {"path", "second"};
+    graphics_.adapters["second"] = 8;
+    loads_ = {10, 90};
+    const auto source = make();
+    static_cast<void>(source->getUsage(percent_));
+    EXPECT_EQ(percent_, 90U);
+    graphics_.query = [&](d3dkmt::QueryStatistics& request) {
+        if (request.adapterLuid.lowPart == 7 && request.query.nodeId == 1) {
+            throw 5;
+        }
+        if (request.adapterLuid.lowPart == 8) {
+            throw std::runtime_error("no adapter");
+        }
+        return answer(request);
+    };
+    loads_ = {20, 90};
+    clock_.pass(1s);
+    EXPECT_EQ(source->getUsage(percent_), Status::Ok);
+    EXPECT_EQ(percent_, 100U) << "the first engine of the first adapter was still sampled";
+}
+
+TEST_F(D3dkmtStatistics, SkipAPathWithWhateverIsThrown) {
+    record_.devicePaths = {"path", "second"};
+    graphics_.adapters["second"] = 8;
+    int lookUps = 0;
+    graphics_.onResolve = [&] {
+        if (++lookUps == 1) {
+            throw 5;
+        }
+    };
+    std::set<std::uint32_t> asked;
+    graphics_.query = [&](d3dkmt::QueryStatistics& request) {
+        asked.insert(request.adapterLuid.lowPart);
+        return answer(request);
+    };
+    EXPECT_EQ(make()->getUsage(percent_), Status::Ok);
+    EXPECT_EQ(asked, std::set<std::uint32_t>{8});
+}
+
+TEST_F(D3dkmtStatistics, LeaveOutARecordWithWhateverIsThrown) {
+    AdapterRecord other = record_;
+    other.location = "02:00.0";
+    int counts = 0;
+    graphics_.query = [&](d3dkmt::QueryStatistics& request) {
+        if (++counts == 1) {
+            throw 5;
+        }
+        return answer(request);
+    };
+    StatisticsSources sources;
+    D3DKMTDeviceStatisticsScanner({record_, other}, graphics_, clock_).scan(sources);
+    ASSERT_EQ(sources.size(), 1U);
+    EXPECT_TRUE(sources[0]->matches(other));
 }
 
 TEST_F(D3dkmtStatistics, AreNotMadeForPathsThatDoNotOpen) {

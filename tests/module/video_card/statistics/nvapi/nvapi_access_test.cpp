@@ -21,6 +21,17 @@ TEST(NvapiInterface, HasTheVersionWordsOfItsRecords) {
     EXPECT_EQ(nvapi::versionOf<nvapi::Usage>, 0x00010088U);
 }
 
+TEST(NvapiInterface, HasTheNumbersOfItsFunctions) {
+    EXPECT_EQ(nvapi::id::initialize, 0x0150E828U);
+    EXPECT_EQ(nvapi::id::unload, 0xD22BDD7EU);
+    EXPECT_EQ(nvapi::id::enumPhysicalGpus, 0xE5AC921FU);
+    EXPECT_EQ(nvapi::id::getBusId, 0x1BE0B8E5U);
+    EXPECT_EQ(nvapi::id::getBusSlotId, 0x2A0A350FU);
+    EXPECT_EQ(nvapi::id::getThermalSettings, 0xE3640A56U);
+    EXPECT_EQ(nvapi::id::getMemoryInfo, 0x07F9B368U);
+    EXPECT_EQ(nvapi::id::getUsage, 0x189A1FDFU);
+}
+
 TEST(NvapiAccess, AnswersThatTheLibraryIsNotFound) {
     NvapiFixture nvidia;
     nvidia.loader.missingLibraries = {"the driver's"};

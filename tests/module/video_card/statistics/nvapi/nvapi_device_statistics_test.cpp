@@ -143,6 +143,7 @@ TEST_F(NvapiSource, ThrowsTheTextWithoutTheLibraryAndLeavesTheOlderOneLoaded) {
     EXPECT_EQ(nvidia_.loader.events, (Events{"load the driver's", "initialize", "miss " + first_,
                                              "load " + older_, "unload", "release"}))
         << "one release, of the access layer's library: the older one is never given back";
+    EXPECT_EQ(nvidia_.loader.flags, 1U) << "the older one is searched for in the same way";
 }
 
 TEST_F(NvapiSource, ThrowsTheTextWithNeitherLibrary) {

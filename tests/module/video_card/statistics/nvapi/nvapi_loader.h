@@ -1,24 +1,20 @@
 #pragma once
 
-#include "core/library_loader.h"
 #include "module/video_card/statistics/nvapi/nvapi_runtime.h"
 #include "platform/nvapi.h"
 #include "simulated/nvapi/nvapi_machine.h"
+#include "support/recorded_loader.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <map>
-#include <set>
 #include <string>
 #include <vector>
 
 namespace vexil::tests {
 
-using Events = std::vector<std::string>;
-
 /// A loader whose NVAPI library is the stand-in, with what a test changes about it. One at a time: its
 /// functions are plain ones, as the interface has them, and find it here.
-class NvapiLoader final : public ::Module {
+class NvapiLoader final : public RecordedLoader {
 public:
     NvapiLoader() { only = this; }
     ~NvapiLoader() override {
@@ -26,31 +22,15 @@ public:
         simulated::setNvapiMachine({});
     }
 
-    Events events;                          ///< of loading, starting, ending and releasing, in order
-    std::set<std::string> missingLibraries; ///< by name
     bool exportsQuery = true;
     std::map<std::uint32_t, void*> replacements; ///< functions by id; null for one that is missing
     std::map<std::uint32_t, int> queries;        ///< how often each id was asked for
-    std::uint32_t flags = 0;                     ///< of the last loading
     platform::nvapi::Status initializeStatus = platform::nvapi::ok;
     platform::nvapi::Status unloadStatus = platform::nvapi::ok;
 
-    void* load(const char* name, std::uint32_t loadFlags) override {
-        flags = loadFlags;
-        const bool missing = missingLibraries.contains(name);
-        events.push_back((missing ? "miss " : "load ") + std::string(name));
-        return missing ? nullptr : this;
-    }
     void* resolve(void* library, const char* symbol) override {
         const bool found = library == this && exportsQuery && symbol == std::string("nvapi_QueryInterface");
         return found ? reinterpret_cast<void*>(&query) : nullptr;
-    }
-    void release(void* library) override {
-        events.push_back(library == this ? "release" : "release of a foreign library");
-    }
-
-    [[nodiscard]] std::ptrdiff_t count(const std::string& event) const {
-        return std::ranges::count(events, event);
     }
 
 private:
@@ -95,11 +75,6 @@ inline simulated::NvapiCardSection healthyGpu(std::uint32_t bus = 1, std::uint32
     gpu.totalKib = 2048;
     gpu.freeKib = 1024;
     return gpu;
-}
-
-template <typename Function>
-void* addressOf(Function* function) {
-    return reinterpret_cast<void*>(function);
 }
 
 } // namespace vexil::tests

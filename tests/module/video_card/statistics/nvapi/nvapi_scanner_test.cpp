@@ -6,6 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <stdexcept>
+#include <string>
+
 namespace vexil::tests {
 namespace {
 
@@ -104,6 +108,29 @@ TEST_F(NvapiScanner, SkipsEveryGpuIfTheLibraryCannotBeLoadedASecondTime) {
     nvidia_.loader.missingLibraries = {platform::nvapiLibrary()};
     simulated::setNvapiMachine({{}, {healthyGpu()}});
     EXPECT_TRUE(scan().empty());
+}
+
+TEST_F(NvapiScanner, SkipsAGpuForAnIntegerOrATextAndLetsEverythingElseOut) {
+    simulated::setNvapiMachine({{}, {healthyGpu(1), healthyGpu(2)}});
+    int loads = 0;
+    std::function<void()> firstTime;
+    nvidia_.loader.onLoad = [&](const std::string& name) {
+        if (name == platform::nvapiLibrary() && loads++ == 0) {
+            firstTime();
+        }
+    };
+    for (const std::function<void()>& thrown :
+         {std::function<void()>([] { throw 5; }), std::function<void()>([] { throw std::string("text"); })}) {
+        loads = 0;
+        firstTime = thrown;
+        const auto sources = scan();
+        ASSERT_EQ(sources.size(), 1U);
+        EXPECT_TRUE(matches(*sources[0], "02:00.0"));
+    }
+    loads = 0;
+    firstTime = [] { throw std::runtime_error("not one of the two"); };
+    EXPECT_THROW(scan(), std::runtime_error);
+    EXPECT_EQ(nvidia_.access.unload(), -4) << "no reference is left";
 }
 
 TEST_F(NvapiScanner, TakesNoMoreThan64GpusWhateverTheCount) {
