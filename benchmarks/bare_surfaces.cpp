@@ -1,6 +1,6 @@
 #include "bare_surfaces.h"
 
-#include "module/video_card/direct3d/com_create.h"
+#include "module/video_card/direct3d/resource_creation.h"
 #include "timing.h"
 
 #include <cstring>
@@ -26,14 +26,11 @@ BareSurfaces::BareSurfaces(const Dx11Context& dx11, std::uint32_t count)
     require(SUCCEEDED(pipeline_.create(device, *dx11_.context)), "the pipeline cannot be made");
     require(createSurfaces(device, count, surfaces_) && surfaces_.size() == count, "too little memory");
 
-    D3D11_TEXTURE2D_DESC desc{};
-    surfaces_.front().texture->GetDesc(&desc);
-    const auto create = [&](auto out) { return device.CreateTexture2D(&desc, nullptr, out); };
-    require(SUCCEEDED(createCom(temporary_, create)), "the temporary texture cannot be made");
-    desc.Usage = D3D11_USAGE_STAGING;
-    desc.BindFlags = 0;
-    desc.CPUAccessFlags = D3D11_CPU_ACCESS_READ;
-    require(SUCCEEDED(createCom(staging_, create)), "the staging texture cannot be made");
+    auto& surface = *surfaces_.front().texture;
+    require(SUCCEEDED(createTexture(device, descriptionOf(surface), nullptr, temporary_)),
+            "the temporary texture cannot be made");
+    require(SUCCEEDED(createTexture(device, stagingDescription(surface), nullptr, staging_)),
+            "the staging texture cannot be made");
 }
 
 std::vector<double> BareSurfaces::run() {

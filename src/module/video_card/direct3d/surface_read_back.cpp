@@ -1,6 +1,6 @@
 #include "module/video_card/direct3d/surface_read_back.h"
 
-#include "module/video_card/direct3d/com_create.h"
+#include "module/video_card/direct3d/resource_creation.h"
 
 #include <cstddef>
 #include <cstring>
@@ -10,11 +10,6 @@ namespace vexil::module::video_card {
 namespace {
 
 constexpr std::size_t pixelBytes = 4;
-
-HRESULT createTexture(ID3D11Device& device, const D3D11_TEXTURE2D_DESC& description,
-                      ComShared<ID3D11Texture2D>& texture) {
-    return createCom(texture, [&](auto out) { return device.CreateTexture2D(&description, nullptr, out); });
-}
 
 /// E_NOINTERFACE for a format that the card cannot resolve.
 HRESULT checkResolveSupport(ID3D11Device& device, DXGI_FORMAT format) {
@@ -49,11 +44,10 @@ void copyRows(const D3D11_MAPPED_SUBRESOURCE& mapped, const D3D11_TEXTURE2D_DESC
 
 HRESULT readBackSurface(ID3D11Device& device, ID3D11DeviceContext& context, ID3D11Texture2D& texture,
                         std::span<std::uint8_t> image) {
-    D3D11_TEXTURE2D_DESC description{};
-    texture.GetDesc(&description);
+    auto description = descriptionOf(texture);
     description.SampleDesc = {1, 0};
     ComShared<ID3D11Texture2D> temporary;
-    if (const HRESULT result = createTexture(device, description, temporary); FAILED(result)) {
+    if (const HRESULT result = createTexture(device, description, nullptr, temporary); FAILED(result)) {
         return result;
     }
     if (const HRESULT result = checkResolveSupport(device, description.Format); FAILED(result)) {
@@ -61,12 +55,10 @@ HRESULT readBackSurface(ID3D11Device& device, ID3D11DeviceContext& context, ID3D
     }
     resolveAll(context, *temporary, texture, description);
 
-    description.Usage = D3D11_USAGE_STAGING;
-    description.BindFlags = 0;
-    description.CPUAccessFlags = D3D11_CPU_ACCESS_READ;
     ComShared<ID3D11Texture2D> staging;
-    if (const HRESULT result = createTexture(device, description, staging); FAILED(result)) {
-        return result;
+    const HRESULT created = createTexture(device, stagingDescription(texture), nullptr, staging);
+    if (FAILED(created)) {
+        return created;
     }
     // The surface itself and not what was resolved: the comparison is about the memory under test.
     context.CopyResource(staging.get(), &texture);

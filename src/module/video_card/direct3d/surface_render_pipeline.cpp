@@ -2,65 +2,31 @@
 
 #include "module/video_card/direct3d/com_create.h"
 #include "module/video_card/direct3d/depth_stencil.h"
+#include "module/video_card/direct3d/resource_creation.h"
 #include "module/video_card/direct3d/surface_list.h"
 #include "module/video_card/direct3d/textured_quad_shaders.h"
+#include "module/video_card/direct3d/textured_vertex.h"
 
 #include <array>
 #include <cstdint>
+#include <span>
 
 namespace vexil::module::video_card {
 
 namespace {
 
-struct Vertex {
-    float position[3];
-    float textureCoordinate[2];
-};
-static_assert(sizeof(Vertex) == 20);
-
 constexpr std::array corners = {
-    Vertex{{-1, -1, 1}, {0, 1}},
-    Vertex{{-1, 1, 1}, {0, 0}},
-    Vertex{{1, 1, 1}, {1, 0}},
-    Vertex{{1, -1, 1}, {1, 1}},
+    TexturedVertex{{-1, -1, 1}, {0, 1}},
+    TexturedVertex{{-1, 1, 1}, {0, 0}},
+    TexturedVertex{{1, 1, 1}, {1, 0}},
+    TexturedVertex{{1, -1, 1}, {1, 1}},
 };
 static_assert(sizeof(corners) == 80);
 
 constexpr std::array<std::uint32_t, 6> indices = {0, 1, 2, 0, 2, 3};
 
-constexpr std::array inputElements = {
-    D3D11_INPUT_ELEMENT_DESC{"POSITION", 0, DXGI_FORMAT_R32G32B32_FLOAT, 0, 0, D3D11_INPUT_PER_VERTEX_DATA,
-                             0},
-    D3D11_INPUT_ELEMENT_DESC{"TEXCOORD", 0, DXGI_FORMAT_R32G32_FLOAT, 0, 12, D3D11_INPUT_PER_VERTEX_DATA, 0},
-};
-
 constexpr D3D11_TEXTURE2D_DESC textureDescription(DXGI_FORMAT format, UINT bindFlags) {
-    D3D11_TEXTURE2D_DESC description{};
-    description.Width = surfaceExtent;
-    description.Height = surfaceExtent;
-    description.MipLevels = 1;
-    description.ArraySize = 1;
-    description.Format = format;
-    description.SampleDesc = {1, 0};
-    description.Usage = D3D11_USAGE_DEFAULT;
-    description.BindFlags = bindFlags;
-    return description;
-}
-
-HRESULT createTexture(ID3D11Device& device, const D3D11_TEXTURE2D_DESC& description,
-                      ComShared<ID3D11Texture2D>& texture) {
-    return createCom(texture, [&](auto out) { return device.CreateTexture2D(&description, nullptr, out); });
-}
-
-template <typename Content>
-HRESULT createBuffer(ID3D11Device& device, const Content& content, UINT bindFlags,
-                     ComShared<ID3D11Buffer>& buffer) {
-    D3D11_BUFFER_DESC description{};
-    description.ByteWidth = sizeof(content);
-    description.Usage = D3D11_USAGE_DEFAULT;
-    description.BindFlags = bindFlags;
-    const D3D11_SUBRESOURCE_DATA data{content.data(), 0, 0};
-    return createCom(buffer, [&](auto out) { return device.CreateBuffer(&description, &data, out); });
+    return plainTexture(surfaceExtent, surfaceExtent, format, bindFlags);
 }
 
 } // namespace
@@ -77,14 +43,10 @@ HRESULT SurfaceRenderPipeline::create(ID3D11Device& device, ID3D11DeviceContext&
 HRESULT SurfaceRenderPipeline::createTarget(ID3D11Device& device, ID3D11DeviceContext& context) {
     static constexpr auto description =
         textureDescription(DXGI_FORMAT_R8G8B8A8_UNORM, D3D11_BIND_RENDER_TARGET | D3D11_BIND_SHADER_RESOURCE);
-    if (const HRESULT result = createTexture(device, description, targetTexture); FAILED(result)) {
+    if (const HRESULT result = createTexture(device, description, nullptr, targetTexture); FAILED(result)) {
         return result;
     }
-    D3D11_RENDER_TARGET_VIEW_DESC view{};
-    view.Format = description.Format;
-    view.ViewDimension = D3D11_RTV_DIMENSION_TEXTURE2D;
-    const HRESULT result = createCom(
-        targetView, [&](auto out) { return device.CreateRenderTargetView(targetTexture.get(), &view, out); });
+    const HRESULT result = createTargetView(device, *targetTexture, targetView);
     if (SUCCEEDED(result)) {
         const D3D11_VIEWPORT viewport{0, 0, surfaceExtent, surfaceExtent, 0, 1};
         context.RSSetViewports(1, &viewport);
@@ -95,26 +57,14 @@ HRESULT SurfaceRenderPipeline::createTarget(ID3D11Device& device, ID3D11DeviceCo
 HRESULT SurfaceRenderPipeline::createShaders(ID3D11Device& device) {
     const auto vertexCode = shaders::texturedQuadVertexShader;
     const auto pixelCode = shaders::texturedQuadPixelShader;
-    HRESULT result = createCom(vertexShader, [&](auto out) {
-        return device.CreateVertexShader(vertexCode.data(), vertexCode.size(), nullptr, out);
-    });
-    if (FAILED(result)) {
-        return result;
-    }
-    result = createCom(pixelShader, [&](auto out) {
-        return device.CreatePixelShader(pixelCode.data(), pixelCode.size(), nullptr, out);
-    });
-    if (FAILED(result)) {
-        return result;
-    }
-    return createCom(inputLayout, [&](auto out) {
-        return device.CreateInputLayout(inputElements.data(), inputElements.size(), vertexCode.data(),
-                                        vertexCode.size(), out);
-    });
+    const HRESULT result = createShaderPair(device, vertexCode, pixelCode, vertexShader, pixelShader);
+    return FAILED(result) ? result
+                          : createInputLayout(device, texturedVertexElements, vertexCode, inputLayout);
 }
 
 HRESULT SurfaceRenderPipeline::createVertexBuffer(ID3D11Device& device) {
-    return createBuffer(device, corners, D3D11_BIND_VERTEX_BUFFER, vertexBuffer);
+    return createGeometryBuffer(device, std::as_bytes(std::span(corners)), D3D11_BIND_VERTEX_BUFFER,
+                                vertexBuffer);
 }
 
 HRESULT SurfaceRenderPipeline::createDepth(ID3D11Device& device, ID3D11DeviceContext& context) {
@@ -122,7 +72,7 @@ HRESULT SurfaceRenderPipeline::createDepth(ID3D11Device& device, ID3D11DeviceCon
     static constexpr auto state = depthStencilDescription();
     static constexpr auto view = depthViewDescription();
 
-    HRESULT result = createTexture(device, texture, depthTexture);
+    HRESULT result = createTexture(device, texture, nullptr, depthTexture);
     if (FAILED(result)) {
         return result;
     }
@@ -136,7 +86,8 @@ HRESULT SurfaceRenderPipeline::createDepth(ID3D11Device& device, ID3D11DeviceCon
 }
 
 HRESULT SurfaceRenderPipeline::createIndexBuffer(ID3D11Device& device) {
-    return createBuffer(device, indices, D3D11_BIND_INDEX_BUFFER, indexBuffer);
+    return createGeometryBuffer(device, std::as_bytes(std::span(indices)), D3D11_BIND_INDEX_BUFFER,
+                                indexBuffer);
 }
 
 HRESULT SurfaceRenderPipeline::createSampler(ID3D11Device& device) {
@@ -153,7 +104,7 @@ HRESULT SurfaceRenderPipeline::createSampler(ID3D11Device& device) {
 
 void SurfaceRenderPipeline::draw(ID3D11DeviceContext& context, ID3D11ShaderResourceView* surfaceView) const {
     static constexpr float white[] = {1, 1, 1, 1};
-    static constexpr UINT stride = sizeof(Vertex);
+    static constexpr UINT stride = sizeof(TexturedVertex);
     static constexpr UINT offset = 0;
 
     auto* const target = targetView.get();

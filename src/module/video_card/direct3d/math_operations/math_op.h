@@ -38,6 +38,15 @@ public:
     virtual void prepareAdvanced() = 0;
 
 protected:
+    /// For the constructors of the derived classes; nothing for a mode that is neither.
+    void prepare(std::int32_t mode) {
+        if (mode == standardMode) {
+            prepareStandard();
+        } else if (mode == advancedMode) {
+            prepareAdvanced();
+        }
+    }
+
     [[nodiscard]] std::uint8_t run(ID3D11ComputeShader* shader, const ComputeRun& what,
                                    const OutputCheck& isRight) const {
         return runCompute(*device_, *context_, shader, what, isRight);

@@ -9,11 +9,7 @@ namespace vexil::module::video_card {
 DirectComputeMathOpDouble::DirectComputeMathOpDouble(std::int32_t mode, ComShared<ID3D11Device> device,
                                                      ComShared<ID3D11DeviceContext> context)
     : DirectComputeMathOp(std::move(device), std::move(context)) {
-    if (mode == standardMode) {
-        DirectComputeMathOpDouble::prepareStandard();
-    } else if (mode == advancedMode) {
-        DirectComputeMathOpDouble::prepareAdvanced();
-    }
+    prepare(mode);
 }
 
 std::uint8_t DirectComputeMathOpDouble::execute(std::int32_t, ID3D11ComputeShader* shader,

@@ -12,11 +12,7 @@ using core::TestResult;
 DirectComputeMathOpFloat::DirectComputeMathOpFloat(std::int32_t mode, ComShared<ID3D11Device> device,
                                                    ComShared<ID3D11DeviceContext> context)
     : DirectComputeMathOp(std::move(device), std::move(context)) {
-    if (mode == standardMode) {
-        DirectComputeMathOpFloat::prepareStandard();
-    } else if (mode == advancedMode) {
-        DirectComputeMathOpFloat::prepareAdvanced();
-    }
+    prepare(mode);
 }
 
 std::uint8_t DirectComputeMathOpFloat::execute(std::int32_t mode, ID3D11ComputeShader* shader,

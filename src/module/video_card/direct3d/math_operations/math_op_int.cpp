@@ -8,11 +8,7 @@ namespace vexil::module::video_card {
 DirectComputeMathOpInt::DirectComputeMathOpInt(std::int32_t mode, ComShared<ID3D11Device> device,
                                                ComShared<ID3D11DeviceContext> context)
     : DirectComputeMathOp(std::move(device), std::move(context)) {
-    if (mode == standardMode) {
-        DirectComputeMathOpInt::prepareStandard();
-    } else if (mode == advancedMode) {
-        DirectComputeMathOpInt::prepareAdvanced();
-    }
+    prepare(mode);
 }
 
 std::uint8_t DirectComputeMathOpInt::execute(std::int32_t, ID3D11ComputeShader* shader,

@@ -1,66 +1,42 @@
 #include "module/video_card/direct3d/texture_pipeline/pattern_quad.h"
 
-#include "module/video_card/direct3d/com_create.h"
+#include "module/video_card/direct3d/resource_creation.h"
 #include "module/video_card/direct3d/texture_pipeline/pattern_quad_shaders.h"
+#include "module/video_card/direct3d/textured_quad_shaders.h"
+#include "module/video_card/direct3d/textured_vertex.h"
 
 #include <array>
+#include <span>
 
 namespace vexil::module::video_card {
 
 namespace {
 
-struct Vertex {
-    float position[3];
-    float textureCoordinate[2];
-};
-static_assert(sizeof(Vertex) == 20);
-
+// clang-format off
 // The ordinary coordinates of the first corner would be 0, 1.
 constexpr std::array vertices = {
-    Vertex{{-1, -1, 0}, {1, 0}}, Vertex{{-1, 1, 0}, {0, 0}}, Vertex{{1, 1, 0}, {0, 1}},
-    Vertex{{1, 1, 0}, {0, 1}},   Vertex{{1, -1, 0}, {1, 1}}, Vertex{{-1, -1, 0}, {1, 0}},
-};
-static_assert(sizeof(vertices) == 120);
-
-// clang-format off
-constexpr std::array inputElements = {
-    D3D11_INPUT_ELEMENT_DESC{"POSITION", 0, DXGI_FORMAT_R32G32B32_FLOAT, 0, 0, D3D11_INPUT_PER_VERTEX_DATA, 0},
-    D3D11_INPUT_ELEMENT_DESC{"TEXCOORD", 0, DXGI_FORMAT_R32G32_FLOAT, 0, 12, D3D11_INPUT_PER_VERTEX_DATA, 0},
+    TexturedVertex{{-1, -1, 0}, {1, 0}},
+    TexturedVertex{{-1, 1, 0}, {0, 0}},
+    TexturedVertex{{1, 1, 0}, {0, 1}},
+    TexturedVertex{{1, 1, 0}, {0, 1}},
+    TexturedVertex{{1, -1, 0}, {1, 1}},
+    TexturedVertex{{-1, -1, 0}, {1, 0}},
 };
 // clang-format on
+static_assert(sizeof(vertices) == 120);
 
 } // namespace
 
 HRESULT PatternQuad::create(ID3D11Device& device) {
-    const auto vertexCode = shaders::patternQuadVertexShader;
-    const auto pixelCode = shaders::patternQuadPixelShader;
-
-    D3D11_BUFFER_DESC description{};
-    description.ByteWidth = sizeof(vertices);
-    description.Usage = D3D11_USAGE_DEFAULT;
-    description.BindFlags = D3D11_BIND_VERTEX_BUFFER;
-    const D3D11_SUBRESOURCE_DATA content{vertices.data(), 0, 0};
-    HRESULT result =
-        createCom(vertexBuffer, [&](auto out) { return device.CreateBuffer(&description, &content, out); });
-    if (FAILED(result)) {
-        return result;
+    const auto vertexCode = shaders::texturedQuadVertexShader;
+    HRESULT result = createGeometryBuffer(device, std::as_bytes(std::span(vertices)),
+                                          D3D11_BIND_VERTEX_BUFFER, vertexBuffer);
+    if (SUCCEEDED(result)) {
+        result =
+            createShaderPair(device, vertexCode, shaders::patternQuadPixelShader, vertexShader, pixelShader);
     }
-    result = createCom(vertexShader, [&](auto out) {
-        return device.CreateVertexShader(vertexCode.data(), vertexCode.size(), nullptr, out);
-    });
-    if (FAILED(result)) {
-        return result;
-    }
-    result = createCom(pixelShader, [&](auto out) {
-        return device.CreatePixelShader(pixelCode.data(), pixelCode.size(), nullptr, out);
-    });
-    if (FAILED(result)) {
-        return result;
-    }
-    return createCom(inputLayout, [&](auto out) {
-        return device.CreateInputLayout(inputElements.data(), inputElements.size(), vertexCode.data(),
-                                        vertexCode.size(), out);
-    });
+    return FAILED(result) ? result
+                          : createInputLayout(device, texturedVertexElements, vertexCode, inputLayout);
 }
 
 void PatternQuad::bindShaders(ID3D11DeviceContext& context) const {
@@ -70,7 +46,7 @@ void PatternQuad::bindShaders(ID3D11DeviceContext& context) const {
 }
 
 void PatternQuad::draw(ID3D11DeviceContext& context) const {
-    static constexpr UINT stride = sizeof(Vertex);
+    static constexpr UINT stride = sizeof(TexturedVertex);
     static constexpr UINT offset = 0;
     auto* const buffer = vertexBuffer.get();
     context.IASetVertexBuffers(0, 1, &buffer, &stride, &offset);

@@ -26,7 +26,7 @@ struct TranspositionCode {
 /// Every version there is, the best first. The last one runs on any x86-64 processor.
 [[nodiscard]] std::span<const TranspositionCode> transpositionCodes();
 
-/// Whether every pixel is where it belongs. Of two images in memory it costs less than twice a `memcmp`.
+/// Whether every pixel is where it belongs. With AVX2 it costs less than twice a `memcmp` of the images.
 [[nodiscard]] bool isTransposed(PatternPixels pattern, PatternPixels picture);
 
 /// The first index of the pattern whose pixel is wrong in the picture.

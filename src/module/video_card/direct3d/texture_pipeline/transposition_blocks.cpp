@@ -1,5 +1,6 @@
 #include "module/video_card/direct3d/texture_pipeline/transposition.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <utility>
@@ -12,6 +13,9 @@ namespace {
 constexpr std::size_t extent = patternExtent;
 /// Words of a cache line: a block of that width uses all of each line that it fetches.
 constexpr std::size_t blockWords = 16;
+/// Rows of an image lie a page apart, so the lines of a column share one set of the first cache, which has
+/// room for eight of them on most processors.
+constexpr std::size_t setLines = 8;
 /// Blocks of a tile lie in few enough pages that the processor keeps all their addresses.
 constexpr std::size_t tileWords = 64;
 
@@ -50,11 +54,35 @@ template <int lanes, int half, int row>
     }
 }
 
+/// Merges two rows quad by quad: of each four lanes the first two of both go to `low`, the others to `high`.
+template <int lanes, std::size_t... lane>
+[[gnu::always_inline]] inline void interleave(const Vector<lanes>& even, const Vector<lanes>& odd,
+                                              Vector<lanes>& low, Vector<lanes>& high,
+                                              std::index_sequence<lane...>) {
+    low = __builtin_shufflevector(even, odd, (int(lane / 4 * 4 + lane % 4 / 2) + int(lane % 2) * lanes)...);
+    high =
+        __builtin_shufflevector(even, odd, (int(lane / 4 * 4 + lane % 4 / 2) + int(lane % 2) * lanes + 2)...);
+}
+
+template <int lanes, int row>
+[[gnu::always_inline]] inline void interleaveRows(Vector<lanes> (&rows)[lanes]) {
+    if constexpr (row % 4 == 0) {
+        const Vector<lanes> first[] = {rows[row], rows[row + 1], rows[row + 2], rows[row + 3]};
+        const auto all = std::make_index_sequence<lanes>();
+        interleave<lanes>(first[0], first[2], rows[row], rows[row + 1], all);
+        interleave<lanes>(first[1], first[3], rows[row + 2], rows[row + 3], all);
+    }
+}
+
+/// Squares of four are left to two merges of their rows, for which any x86-64 processor has instructions.
 template <int lanes, int half, std::size_t... row>
 [[gnu::always_inline]] inline void transpose(Vector<lanes> (&rows)[lanes], std::index_sequence<row...> all) {
-    (exchangeRow<lanes, half, int(row)>(rows), ...);
-    if constexpr (half > 1) {
+    if constexpr (half >= 4) {
+        (exchangeRow<lanes, half, int(row)>(rows), ...);
         transpose<lanes, half / 2>(rows, all);
+    } else {
+        (interleaveRows<lanes, int(row)>(rows), ...);
+        (interleaveRows<lanes, int(row)>(rows), ...);
     }
 }
 
@@ -77,22 +105,31 @@ template <int lanes, std::size_t... row>
     (addDifference<lanes>(difference, rows[row], picture + row * extent), ...);
 }
 
+/// By quarters, there and back: each one has lines of one of the images in common with the one before.
 template <int lanes>
 [[gnu::always_inline]] inline void compareBlock(Vector<lanes>& difference, const std::uint32_t* pattern,
                                                 const std::uint32_t* picture) {
-    for (std::size_t y = 0; y < blockWords; y += lanes) {
-        for (std::size_t x = 0; x < blockWords; x += lanes) {
-            compareSquare<lanes>(difference, pattern + y * extent + x, picture + x * extent + y,
-                                 std::make_index_sequence<lanes>());
+    constexpr std::size_t quarter = std::max<std::size_t>(lanes, setLines);
+    for (std::size_t top = 0; top < blockWords; top += quarter) {
+        for (std::size_t step = 0; step < blockWords; step += quarter) {
+            const std::size_t left = top == 0 ? step : blockWords - quarter - step;
+            for (std::size_t y = top; y < top + quarter; y += lanes) {
+                for (std::size_t x = left; x < left + quarter; x += lanes) {
+                    compareSquare<lanes>(difference, pattern + y * extent + x, picture + x * extent + y,
+                                         std::make_index_sequence<lanes>());
+                }
+            }
         }
     }
 }
 
+/// Along the diagonals: blocks side by side have their lines of one of the images in the same set.
 template <int lanes>
 [[gnu::always_inline]] inline void compareTile(Vector<lanes>& difference, const std::uint32_t* pattern,
                                                const std::uint32_t* picture) {
-    for (std::size_t y = 0; y < tileWords; y += blockWords) {
-        for (std::size_t x = 0; x < tileWords; x += blockWords) {
+    for (std::size_t diagonal = 0; diagonal < tileWords; diagonal += blockWords) {
+        for (std::size_t y = 0; y < tileWords; y += blockWords) {
+            const std::size_t x = (y + diagonal) % tileWords;
             compareBlock<lanes>(difference, pattern + y * extent + x, picture + x * extent + y);
         }
     }

@@ -21,30 +21,6 @@ void orThrow(HRESULT result, const char* text) {
     }
 }
 
-HRESULT createTexture(ID3D11Device& device, const D3D11_TEXTURE2D_DESC& description,
-                      const D3D11_SUBRESOURCE_DATA* content, ComShared<ID3D11Texture2D>& texture) {
-    return createCom(texture, [&](auto out) { return device.CreateTexture2D(&description, content, out); });
-}
-
-HRESULT createTargetView(ID3D11Device& device, ID3D11Texture2D& texture,
-                         ComShared<ID3D11RenderTargetView>& view) {
-    D3D11_RENDER_TARGET_VIEW_DESC description{};
-    description.Format = descriptionOf(texture).Format;
-    description.ViewDimension = D3D11_RTV_DIMENSION_TEXTURE2D;
-    return createCom(view,
-                     [&](auto out) { return device.CreateRenderTargetView(&texture, &description, out); });
-}
-
-HRESULT createResourceView(ID3D11Device& device, ID3D11Texture2D& texture, UINT mipLevels,
-                           ComShared<ID3D11ShaderResourceView>& view) {
-    D3D11_SHADER_RESOURCE_VIEW_DESC description{};
-    description.Format = descriptionOf(texture).Format;
-    description.ViewDimension = D3D11_SRV_DIMENSION_TEXTURE2D;
-    description.Texture2D.MipLevels = mipLevels;
-    return createCom(view,
-                     [&](auto out) { return device.CreateShaderResourceView(&texture, &description, out); });
-}
-
 HRESULT createConstantBuffer(ID3D11Device& device, std::span<const std::byte> content,
                              ComShared<ID3D11Buffer>& buffer) {
     D3D11_BUFFER_DESC description{};
@@ -56,67 +32,18 @@ HRESULT createConstantBuffer(ID3D11Device& device, std::span<const std::byte> co
     return createCom(buffer, [&](auto out) { return device.CreateBuffer(&description, &data, out); });
 }
 
-HRESULT createGeometryBuffer(ID3D11Device& device, std::span<const std::byte> content, UINT bindFlags,
-                             ComShared<ID3D11Buffer>& buffer) {
-    D3D11_BUFFER_DESC description{};
-    description.ByteWidth = static_cast<UINT>(content.size());
-    description.Usage = D3D11_USAGE_DEFAULT;
-    description.BindFlags = bindFlags;
-    const D3D11_SUBRESOURCE_DATA data{content.data(), 0, 0};
-    return createCom(buffer, [&](auto out) { return device.CreateBuffer(&description, &data, out); });
-}
-
 HRESULT createShaders(ID3D11Device& device, std::span<const std::byte> vertexCode,
                       std::span<const std::byte> pixelCode,
                       std::span<const D3D11_INPUT_ELEMENT_DESC> elements, RenderObject& object) {
-    HRESULT result = createCom(object.vertexShader, [&](auto out) {
-        return device.CreateVertexShader(vertexCode.data(), vertexCode.size(), nullptr, out);
-    });
-    if (FAILED(result)) {
-        return result;
-    }
-    result = createCom(object.pixelShader, [&](auto out) {
-        return device.CreatePixelShader(pixelCode.data(), pixelCode.size(), nullptr, out);
-    });
+    const HRESULT result =
+        createShaderPair(device, vertexCode, pixelCode, object.vertexShader, object.pixelShader);
     if (FAILED(result)) {
         return result;
     }
     if (!object.vertexShader || !object.pixelShader) {
         return invalidHandle;
     }
-    return createCom(object.inputLayout, [&](auto out) {
-        return device.CreateInputLayout(elements.data(), static_cast<UINT>(elements.size()),
-                                        vertexCode.data(), vertexCode.size(), out);
-    });
-}
-
-D3D11_TEXTURE2D_DESC descriptionOf(ID3D11Texture2D& texture) {
-    D3D11_TEXTURE2D_DESC description{};
-    texture.GetDesc(&description);
-    return description;
-}
-
-D3D11_TEXTURE2D_DESC plainTexture(std::uint32_t width, std::uint32_t height, DXGI_FORMAT format,
-                                  UINT bindFlags) {
-    D3D11_TEXTURE2D_DESC description{};
-    description.Width = width;
-    description.Height = height;
-    description.MipLevels = 1;
-    description.ArraySize = 1;
-    description.Format = format;
-    description.SampleDesc = {1, 0};
-    description.Usage = D3D11_USAGE_DEFAULT;
-    description.BindFlags = bindFlags;
-    return description;
-}
-
-D3D11_TEXTURE2D_DESC stagingDescription(ID3D11Texture2D& original) {
-    auto description = descriptionOf(original);
-    description.SampleDesc = {1, 0};
-    description.Usage = D3D11_USAGE_STAGING;
-    description.BindFlags = 0;
-    description.CPUAccessFlags = D3D11_CPU_ACCESS_READ;
-    return description;
+    return createInputLayout(device, elements, vertexCode, object.inputLayout);
 }
 
 void setWholeViewport(ID3D11DeviceContext& context, std::uint32_t width, std::uint32_t height) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "module/video_card/direct3d/com_shared.h"
+#include "module/video_card/direct3d/resource_creation.h"
 #include "module/video_card/stress/rendering/render_object.h"
 
 #include <d3d11.h>
@@ -18,33 +19,14 @@ inline constexpr UINT renderPixelBytes = 4;
 /// Throws `std::runtime_error` with the text for a failure.
 void orThrow(HRESULT result, const char* text);
 
-[[nodiscard]] HRESULT createTexture(ID3D11Device& device, const D3D11_TEXTURE2D_DESC& description,
-                                    const D3D11_SUBRESOURCE_DATA* content,
-                                    ComShared<ID3D11Texture2D>& texture);
-/// Of the first mip of a plain texture.
-[[nodiscard]] HRESULT createTargetView(ID3D11Device& device, ID3D11Texture2D& texture,
-                                       ComShared<ID3D11RenderTargetView>& view);
-[[nodiscard]] HRESULT createResourceView(ID3D11Device& device, ID3D11Texture2D& texture, UINT mipLevels,
-                                         ComShared<ID3D11ShaderResourceView>& view);
 /// A dynamic constant buffer that starts with `content`.
 [[nodiscard]] HRESULT createConstantBuffer(ID3D11Device& device, std::span<const std::byte> content,
                                            ComShared<ID3D11Buffer>& buffer);
-/// A buffer of default usage.
-[[nodiscard]] HRESULT createGeometryBuffer(ID3D11Device& device, std::span<const std::byte> content,
-                                           UINT bindFlags, ComShared<ID3D11Buffer>& buffer);
-
 /// Vertex shader, pixel shader and input layout of the object, in this order. 0x80070006 for a shader that
 /// came back null.
 [[nodiscard]] HRESULT createShaders(ID3D11Device& device, std::span<const std::byte> vertexCode,
                                     std::span<const std::byte> pixelCode,
                                     std::span<const D3D11_INPUT_ELEMENT_DESC> elements, RenderObject& object);
-
-[[nodiscard]] D3D11_TEXTURE2D_DESC descriptionOf(ID3D11Texture2D& texture);
-/// One slice with one mip, of default usage.
-[[nodiscard]] D3D11_TEXTURE2D_DESC plainTexture(std::uint32_t width, std::uint32_t height, DXGI_FORMAT format,
-                                                UINT bindFlags);
-/// Of a texture that the processor reads a copy of `original` in.
-[[nodiscard]] D3D11_TEXTURE2D_DESC stagingDescription(ID3D11Texture2D& original);
 
 void setWholeViewport(ID3D11DeviceContext& context, std::uint32_t width, std::uint32_t height);
 

@@ -7,8 +7,11 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <chrono>
 #include <functional>
+#include <future>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -130,6 +133,42 @@ TEST(MathOpSequence, DoesNotReachADeviceThatIsGoneOrNoVideoCard) {
     card.arguments.device.reset();
     EXPECT_EQ(card.run(test), TestResult::DeviceUnavailable);
     EXPECT_THAT(card.reporter.events, IsEmpty());
+}
+
+TEST(MathOpSequence, DoesNotReachADeviceThatGoesBetweenItsTwoLooks) {
+    CardUnderTest card;
+    StagedTest test;
+    std::future<std::uint8_t> running;
+    {
+        const auto lock = card.device->lock();
+        running = std::async(std::launch::async, [&] { return card.run(test); });
+        // With the device in its hand, the test waits for the lock of its first look.
+        while (card.device.use_count() == 1) {
+            std::this_thread::yield();
+        }
+        card.device.reset();
+    }
+    EXPECT_EQ(running.get(), TestResult::DeviceUnavailable);
+    EXPECT_THAT(test.run, IsEmpty());
+    EXPECT_THAT(card.reporter.events, IsEmpty());
+}
+
+TEST(MathOpSequence, HoldsTheCardsLockInEveryStage) {
+    CardUnderTest card;
+    StagedTest test;
+    std::vector<std::future<void>> others;
+    for (auto& stage : test.stages) {
+        stage = [&] {
+            others.push_back(std::async(std::launch::async, [&] { const auto lock = card.device->lock(); }));
+            EXPECT_EQ(others.back().wait_for(std::chrono::milliseconds(20)), std::future_status::timeout);
+            return TestResult::Passed;
+        };
+    }
+    EXPECT_EQ(card.run(test), TestResult::Passed);
+    ASSERT_EQ(others.size(), 3U);
+    for (const auto& other : others) {
+        EXPECT_EQ(other.wait_for(std::chrono::seconds(10)), std::future_status::ready);
+    }
 }
 
 TEST(MathOpSequence, IsNotSupportedWithoutADirect3DDevice) {

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cmath>
 #include <functional>
@@ -115,6 +116,24 @@ TEST(FloatTables, HoldTheExactBitsOfTheDotProducts) {
     EXPECT_EQ(std::bit_cast<std::uint32_t>(dotProductsExpected[2]), 0xC5315F1CU);
 }
 
+TEST(FloatTables, HoldTheExactBitsOfTheVectors) {
+    const auto bits = [](const auto& vector) {
+        std::vector<std::uint32_t> words;
+        for (const float component : vector) {
+            words.push_back(std::bit_cast<std::uint32_t>(component));
+        }
+        return words;
+    };
+    using Words = std::vector<std::uint32_t>;
+    const auto& v = dotProductVectors;
+    EXPECT_EQ(bits(v.vec2A), (Words{0x4498A000, 0x41EA9758}));
+    EXPECT_EQ(bits(v.vec2B), (Words{0x390BB190, 0x41300000}));
+    EXPECT_EQ(bits(v.vec3A), (Words{0x4498A000, 0x41EA9758, 0x42440000}));
+    EXPECT_EQ(bits(v.vec3B), (Words{0x390BB190, 0x41300000, 0x400BA058}));
+    EXPECT_EQ(bits(v.vec4A), (Words{0x41300169, 0x43910E39, 0x415527D2, 0x4316011D}));
+    EXPECT_EQ(bits(v.vec4B), (Words{0x3D005637, 0xC1300000, 0x4173B7BB, 0x3F800004}));
+}
+
 TEST(FloatTables, HoldTheExactBitsOfTheTolerances) {
     EXPECT_EQ(std::bit_cast<std::uint32_t>(advancedFloatTolerances[0].relative), 0x35000000U);
     EXPECT_EQ(std::bit_cast<std::uint32_t>(advancedFloatTolerances[3].absolute), 0x35000000U);
@@ -186,6 +205,15 @@ TEST(MathOpTables, HaveOperandsRowAfterRow) {
               (std::vector<std::int32_t>{43, 498, 2, 2, 0, 1, -2, 0, 2, 0, 12345, 11, 1, 0, -10}));
     table.load(standardIntRows);
     EXPECT_EQ(table.input0.size(), 15U) << "a table replaces the one before";
+}
+
+TEST(DoubleTolerances, BeginWithAFirstEntryThatToleratesNothing) {
+    const DoubleTolerances tolerances;
+    EXPECT_EQ(tolerances.maxUlps, (std::array<std::int32_t, 4>{-1, 0, 0, 0}));
+    EXPECT_EQ(tolerances.absolute, (std::array<double, 4>{-1, 0, 0, 0}));
+    EXPECT_EQ(tolerances.relative, (std::array<double, 4>{-1, 0, 0, 0}));
+    EXPECT_FALSE(
+        almostEqual(1.0, 1.0, tolerances.absoluteOf(0), tolerances.relativeOf(0), tolerances.maxUlpsOf(0)));
 }
 
 TEST(DoubleTolerances, AreLookedUpByElementAndNotByRow) {

@@ -1,30 +1,25 @@
 #include "module/video_card/direct3d/texture_pipeline/texture_pass.h"
 
-#include "module/video_card/direct3d/mapped_subresource.h"
 #include "module/video_card/direct3d/texture_pipeline/pattern_quad_shaders.h"
 #include "module/video_card/direct3d/texture_pipeline/transposition.h"
 #include "support/card_under_test.h"
 #include "support/shader_folder.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <memory>
+#include <algorithm>
 
 namespace vexil::tests {
 namespace {
 
 using namespace module::video_card;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 TEST(PatternShaders, BelongToTheSourcesBesideThem) { expectBytecodeOfItsSources(VEXIL_TEST_DATA); }
 
 TEST(PatternShaders, HaveOneSourceEach) { expectOneSourceForEachBytecode(VEXIL_TEST_DATA); }
 
 TEST(PatternShaders, StandInTheProgramAsTheyAreInTheTree) {
-    expectEmbedded(VEXIL_TEST_DATA, {{"pattern_quad.vs.dxbc", shaders::patternQuadVertexShader},
-                                     {"pattern_quad.ps.dxbc", shaders::patternQuadPixelShader}});
+    expectEmbedded(VEXIL_TEST_DATA, {{"pattern_quad.ps.dxbc", shaders::patternQuadPixelShader}});
 }
 
 class TexturePassTest : public testing::Test {
@@ -84,56 +79,6 @@ TEST_F(TexturePassTest, ReleasesAllThatItMade) {
     dx11_.context->ClearState();
     dx11_.context->Flush();
     EXPECT_EQ(card_.card->usedMemory, used);
-}
-
-class MappedSubresource : public testing::Test {
-protected:
-    MappedSubresource() : dx11_(card_.device->dx11Context()) {
-        const D3D11_BUFFER_DESC description{16, D3D11_USAGE_STAGING, 0, D3D11_CPU_ACCESS_READ, 0, 0};
-        ID3D11Buffer* buffer = nullptr;
-        EXPECT_EQ(dx11_.device->CreateBuffer(&description, nullptr, &buffer), S_OK);
-        buffer_ = shareCom(buffer);
-        static_cast<void>(card_.log->take());
-    }
-
-    CardUnderTest card_;
-    Dx11Context dx11_;
-    ComShared<ID3D11Buffer> buffer_;
-};
-
-TEST_F(MappedSubresource, IsUnmappedByItsLastOwner) {
-    auto mapped = mapSubresource(dx11_.context, buffer_, 0, D3D11_MAP_READ);
-    EXPECT_NE(mapped->pData, nullptr);
-    auto other = mapped;
-    mapped.reset();
-    EXPECT_THAT(card_.log->take(), ElementsAre("Map(buffer#1, 0, 1, 0)"));
-    other.reset();
-    EXPECT_THAT(card_.log->take(), ElementsAre("Unmap(buffer#1, 0)"));
-}
-
-TEST_F(MappedSubresource, KeepsContextAndResourceAlive) {
-    auto mapped = mapSubresource(dx11_.context, buffer_, 0, D3D11_MAP_READ);
-    const std::weak_ptr<ID3D11Buffer> buffer = buffer_;
-    buffer_.reset();
-    EXPECT_FALSE(buffer.expired());
-    mapped.reset();
-    EXPECT_TRUE(buffer.expired());
-}
-
-TEST(MappedSubresourceFailure, LeavesANullDataPointerAndIsNotUnmapped) {
-    CardSetup setup;
-    setup.direct3d.faults = {{simulated::Direct3DFault::Kind::failingCall, 1, "Map", 0, 0, 0x80004005, {}}};
-    CardUnderTest card(setup);
-    const auto dx11 = card.device->dx11Context();
-    const D3D11_BUFFER_DESC description{16, D3D11_USAGE_STAGING, 0, D3D11_CPU_ACCESS_READ, 0, 0};
-    ID3D11Buffer* buffer = nullptr;
-    ASSERT_EQ(dx11.device->CreateBuffer(&description, nullptr, &buffer), S_OK);
-    static_cast<void>(card.log->take());
-    auto mapped = mapSubresource(dx11.context, shareCom(buffer), 0, D3D11_MAP_READ);
-    ASSERT_TRUE(mapped);
-    EXPECT_EQ(mapped->pData, nullptr);
-    mapped.reset();
-    EXPECT_THAT(card.log->take(), IsEmpty());
 }
 
 } // namespace

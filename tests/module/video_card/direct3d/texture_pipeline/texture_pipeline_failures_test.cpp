@@ -7,7 +7,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <functional>
+#include <future>
 #include <string>
 #include <utility>
 #include <vector>
@@ -148,6 +150,31 @@ TEST(TexturePipelineStop, ComesBeforeTheLookAtTheDevice) {
     EXPECT_EQ(card.run(test), TestResult::NotCompleted);
     EXPECT_THAT(card.reporter.events, ElementsAre("progress 100"));
     EXPECT_THAT(card.log->take(), IsEmpty());
+}
+
+TEST(TexturePipelineStop, BeforeTheRunIsReportedAndSetsTheProgressTwice) {
+    CardUnderTest card;
+    card.arguments.systemEvents->flags = 1;
+    Dx11TexturePipelineTest test;
+    EXPECT_EQ(card.run(test), TestResult::NotCompleted);
+    EXPECT_THAT(card.reporter.events, ElementsAre(systemEventReport, "progress 100", "progress 100"));
+    EXPECT_THAT(card.log->take(), IsEmpty());
+}
+
+TEST(TexturePipelineDevice, IsLockedForTheWholeRun) {
+    CardUnderTest card;
+    std::vector<std::future<void>> others;
+    card.reporter.onProgress = [&](std::uint8_t) {
+        others.push_back(std::async(std::launch::async, [&] { const auto lock = card.device->lock(); }));
+        EXPECT_EQ(others.back().wait_for(std::chrono::milliseconds(20)), std::future_status::timeout);
+        card.cancel = 1;
+    };
+    Dx11TexturePipelineTest test;
+    EXPECT_EQ(card.run(test), TestResult::NotCompleted);
+    EXPECT_EQ(others.size(), 2U) << "behind the pass, and with the cancel";
+    for (const auto& other : others) {
+        EXPECT_EQ(other.wait_for(std::chrono::seconds(10)), std::future_status::ready);
+    }
 }
 
 TEST(TexturePipelineDevice, ThatIsGoneOrNoVideoCardIsNotReached) {

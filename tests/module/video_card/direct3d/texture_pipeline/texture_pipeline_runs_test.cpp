@@ -1,6 +1,7 @@
 #include "module/video_card/direct3d/texture_pipeline/texture_pipeline_test.h"
 
 #include "module/video_card/direct3d/texture_pipeline/pattern_quad_shaders.h"
+#include "module/video_card/direct3d/textured_quad_shaders.h"
 #include "support/card_under_test.h"
 #include "support/plain_test.h"
 
@@ -85,7 +86,7 @@ constexpr std::array<float, 30> vertices = {
 };
 
 TEST_F(TexturePipelineCalls, BeginWithTheViewportAndTheFixedObjects) {
-    const auto vertexShader = simulated::contentMark(module::video_card::shaders::patternQuadVertexShader);
+    const auto vertexShader = simulated::contentMark(module::video_card::shaders::texturedQuadVertexShader);
     const auto pixelShader = simulated::contentMark(module::video_card::shaders::patternQuadPixelShader);
     EXPECT_THAT(
         Lines(calls_.begin(), calls_.begin() + 5),
