@@ -93,8 +93,8 @@ ExitCode selfCheckCommand(const CommandContext& context) {
         context.terminal.paragraph(context.language.text(keys::displayMissing), 0, Style::Warning);
         counts += fmt::format(", {} {}", leftOut, context.language.text(keys::countNotRun));
     }
-    context.terminal.paragraph(
-        counts + ", " + describeDuration(std::chrono::steady_clock::now() - started), 0, Style::Dim);
+    context.terminal.paragraph(counts + ", " + describeDuration(std::chrono::steady_clock::now() - started),
+                               0, Style::Dim);
     return otherwise > 0 ? ExitCode::CardFailed : complete ? ExitCode::AllPassed : ExitCode::NoVerdict;
 }
 
