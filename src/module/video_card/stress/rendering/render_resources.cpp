@@ -1,10 +1,13 @@
 #include "module/video_card/stress/rendering/render_resources.h"
 
 #include "module/video_card/direct3d/com_create.h"
+#include "module/video_card/direct3d/depth_stencil.h"
+#include "module/video_card/direct3d/mapped_subresource.h"
 
 #include <chrono>
 #include <limits>
 #include <stdexcept>
+#include <utility>
 
 namespace vexil::module::video_card {
 
@@ -66,6 +69,39 @@ HRESULT createGeometryBuffer(ID3D11Device& device, std::span<const std::byte> co
     return createCom(buffer, [&](auto out) { return device.CreateBuffer(&description, &data, out); });
 }
 
+HRESULT createDepthTarget(ID3D11Device& device, ID3D11DeviceContext& context,
+                          const D3D11_TEXTURE2D_DESC& texture, const D3D11_DEPTH_STENCIL_DESC& state,
+                          const DepthTarget& target) {
+    static constexpr auto view = depthViewDescription();
+    if (const HRESULT result = createTexture(device, texture, nullptr, target.texture); FAILED(result)) {
+        return result;
+    }
+    const HRESULT result =
+        createCom(target.state, [&](auto out) { return device.CreateDepthStencilState(&state, out); });
+    if (FAILED(result)) {
+        return result;
+    }
+    context.OMSetDepthStencilState(target.state.get(), stencilReference);
+    return createCom(target.view, [&](auto out) {
+        return device.CreateDepthStencilView(target.texture.get(), &view, out);
+    });
+}
+
+HRESULT createRasterizer(ID3D11Device& device, ID3D11DeviceContext& context, D3D11_FILL_MODE fill,
+                         bool frontCounterClockwise, ComShared<ID3D11RasterizerState>& state) {
+    D3D11_RASTERIZER_DESC description{};
+    description.FillMode = fill;
+    description.CullMode = D3D11_CULL_BACK;
+    description.FrontCounterClockwise = frontCounterClockwise ? TRUE : FALSE;
+    description.DepthClipEnable = TRUE;
+    const HRESULT result =
+        createCom(state, [&](auto out) { return device.CreateRasterizerState(&description, out); });
+    if (SUCCEEDED(result)) {
+        context.RSSetState(state.get());
+    }
+    return result;
+}
+
 HRESULT createShaders(ID3D11Device& device, std::span<const std::byte> vertexCode,
                       std::span<const std::byte> pixelCode,
                       std::span<const D3D11_INPUT_ELEMENT_DESC> elements, RenderObject& object) {
@@ -117,6 +153,20 @@ D3D11_TEXTURE2D_DESC stagingDescription(ID3D11Texture2D& original) {
     description.BindFlags = 0;
     description.CPUAccessFlags = D3D11_CPU_ACCESS_READ;
     return description;
+}
+
+bool readBackPicture(const ComShared<ID3D11DeviceContext>& context, ID3D11Texture2D& picture,
+                     const ComShared<ID3D11Texture2D>& staging, ImageReadBack& out) {
+    out = {};
+    context->CopyResource(staging.get(), &picture);
+    auto mapped = mapSubresource(context, staging, 0, D3D11_MAP_READ);
+    if (mapped->pData == nullptr) {
+        return false;
+    }
+    const auto description = descriptionOf(picture);
+    out = {std::move(mapped), std::uint64_t{description.Width} * description.Height * renderPixelBytes,
+           description.Width, description.Height};
+    return true;
 }
 
 void setWholeViewport(ID3D11DeviceContext& context, std::uint32_t width, std::uint32_t height) {
