@@ -2,7 +2,7 @@
 #include "machine/stress_runs.h"
 #include "support/environment.h"
 #include "support/virtual_display.h"
-#include "support/virtual_keyboard.h"
+#include "support/window_system_user.h"
 
 #include <gmock/gmock.h>
 
@@ -12,7 +12,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-// How a user leaves the stress test before its time, with a key or a signal that really comes.
+// What ends the stress test before its time: keys, sizes and signals that really come.
 namespace vexil::host::tests {
 namespace {
 
@@ -24,25 +24,36 @@ protected:
     void SetUp() override {
         ASSERT_TRUE(display_.name()) << "no X server could be started";
         vexil::tests::setEnvironment("DISPLAY", *display_.name());
-        keyboard_.emplace(*display_.name());
+        user_.emplace(*display_.name());
     }
 
     const vexil::tests::VirtualDisplay display_{"1280x1024x24"};
-    std::optional<vexil::tests::VirtualKeyboard> keyboard_;
+    std::optional<vexil::tests::WindowSystemUser> user_;
     const OneCard card_{Json::array(), workingSensors};
 };
 
 TEST_F(LeavingTheStressTest, ByEscapeEndsItWithoutAMessage) {
     auto run = std::async(std::launch::async, [&] { return runStress(card_.machine(), "5", "1"); });
-    EXPECT_TRUE(keyboard_->waitForFocus(400, 400, patience)) << "the window has the keyboard";
-    EXPECT_TRUE(keyboard_->press('x'));
+    EXPECT_TRUE(user_->waitForFocus(400, 400, patience)) << "the window has the keyboard";
+    EXPECT_TRUE(user_->press('x'));
     EXPECT_EQ(run.wait_for(std::chrono::seconds(2)), std::future_status::timeout)
         << "another key does nothing";
-    EXPECT_TRUE(keyboard_->press(escape));
+    EXPECT_TRUE(user_->press(escape));
     const auto end = run.get();
     EXPECT_EQ(end.result, 5);
     EXPECT_EQ(end.exitCode, 3);
     EXPECT_THAT(end.messages, testing::IsEmpty());
+    EXPECT_LT(end.seconds, 55) << "of a minute";
+}
+
+TEST_F(LeavingTheStressTest, ByAnotherSizeOfTheWindowCouldNotExecuteTheOperation) {
+    auto run = std::async(std::launch::async, [&] { return runStress(card_.machine(), "5", "1"); });
+    EXPECT_TRUE(user_->waitForFocus(400, 400, patience));
+    user_->resizeFocused(500, 400);
+    const auto end = run.get();
+    EXPECT_EQ(end.result, 5);
+    EXPECT_EQ(end.exitCode, 3);
+    EXPECT_THAT(end.messages, testing::ElementsAre("A_VIDEO_CARD_COULD_NOT_EXECUTE_OPERATION"));
     EXPECT_LT(end.seconds, 55) << "of a minute";
 }
 
@@ -58,7 +69,7 @@ TEST_F(LeavingTheStressTest, ByCtrlCEndsTheRunWithItsSummary) {
         _exit(127);
     }
     ASSERT_GT(child, 0);
-    EXPECT_TRUE(keyboard_->waitForFocus(400, 400, patience));
+    EXPECT_TRUE(user_->waitForFocus(400, 400, patience));
     EXPECT_EQ(kill(child, SIGINT), 0);
     int status = 0;
     ASSERT_EQ(waitpid(child, &status, 0), child);

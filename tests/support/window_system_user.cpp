@@ -1,4 +1,4 @@
-#include "support/virtual_keyboard.h"
+#include "support/window_system_user.h"
 
 #include <cstdlib>
 #include <stdexcept>
@@ -44,7 +44,7 @@ static_assert(sizeof(FakeInput) == 36);
 
 } // namespace
 
-VirtualKeyboard::VirtualKeyboard(const std::string& display)
+WindowSystemUser::WindowSystemUser(const std::string& display)
     : connection_(xcb_connect(display.c_str(), nullptr), xcb_disconnect) {
     if (xcb_connection_has_error(connection_.get()) != 0) {
         throw std::runtime_error("the display " + display + " cannot be reached");
@@ -55,19 +55,24 @@ VirtualKeyboard::VirtualKeyboard(const std::string& display)
     }
 }
 
-bool VirtualKeyboard::hasFocus(std::uint16_t width, std::uint16_t height) const {
+/// 0 for none.
+std::uint32_t WindowSystemUser::focused() const {
     auto* const connection = connection_.get();
     const auto focus = owned(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
-    if (!focus || focus->focus == XCB_INPUT_FOCUS_NONE || focus->focus == XCB_INPUT_FOCUS_POINTER_ROOT) {
-        return false;
-    }
-    const auto geometry =
-        owned(xcb_get_geometry_reply(connection, xcb_get_geometry(connection, focus->focus), nullptr));
+    return focus && focus->focus != XCB_INPUT_FOCUS_POINTER_ROOT ? focus->focus : 0;
+}
+
+bool WindowSystemUser::hasFocus(std::uint16_t width, std::uint16_t height) const {
+    auto* const connection = connection_.get();
+    const auto window = focused();
+    const auto geometry = owned(
+        window == 0 ? nullptr
+                    : xcb_get_geometry_reply(connection, xcb_get_geometry(connection, window), nullptr));
     return geometry && geometry->width == width && geometry->height == height;
 }
 
-bool VirtualKeyboard::waitForFocus(std::uint16_t width, std::uint16_t height,
-                                   std::chrono::milliseconds patience) const {
+bool WindowSystemUser::waitForFocus(std::uint16_t width, std::uint16_t height,
+                                    std::chrono::milliseconds patience) const {
     const auto end = std::chrono::steady_clock::now() + patience;
     while (!hasFocus(width, height)) {
         if (std::chrono::steady_clock::now() > end) {
@@ -78,7 +83,7 @@ bool VirtualKeyboard::waitForFocus(std::uint16_t width, std::uint16_t height,
     return true;
 }
 
-bool VirtualKeyboard::press(std::uint32_t keySymbol) const {
+bool WindowSystemUser::press(std::uint32_t keySymbol) const {
     auto* const connection = connection_.get();
     const auto* const setup = xcb_get_setup(connection);
     const auto codes = static_cast<std::uint8_t>(setup->max_keycode - setup->min_keycode + 1);
@@ -99,7 +104,14 @@ bool VirtualKeyboard::press(std::uint32_t keySymbol) const {
     return false;
 }
 
-void VirtualKeyboard::send(std::uint8_t event, std::uint8_t keyCode) const {
+void WindowSystemUser::resizeFocused(std::uint16_t width, std::uint16_t height) const {
+    const std::uint32_t size[] = {width, height};
+    xcb_configure_window(connection_.get(), focused(), XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
+                         size);
+    xcb_flush(connection_.get());
+}
+
+void WindowSystemUser::send(std::uint8_t event, std::uint8_t keyCode) const {
     FakeInput request{};
     request.event = event;
     request.keyCode = keyCode;
