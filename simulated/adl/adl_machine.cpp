@@ -1,5 +1,6 @@
 #include "simulated/adl/adl_machine.h"
 
+#include "core/never_destroyed.h"
 #include "simulated/scenario/scenario.h"
 
 #include <mutex>
@@ -16,8 +17,8 @@ struct Place {
 
 Place& place() {
     // Never destroyed: the module ends its use of ADL when the statics of this library are gone.
-    static auto& only = *new Place;
-    return only;
+    static core::NeverDestroyed<Place> only;
+    return only.get();
 }
 
 } // namespace

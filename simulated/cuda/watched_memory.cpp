@@ -46,26 +46,29 @@ void WatchedMemory::add(const CudaCardSection& card, std::uint64_t cardAddress, 
             faults_[from].landsAt = to;
         }
     }
+    noteBounds();
+}
+
+void WatchedMemory::remove(const std::uint8_t* host, std::uint64_t bytes) {
+    faults_.erase(firstFrom(host), firstFrom(host + bytes));
+    noteBounds();
+}
+
+void WatchedMemory::noteBounds() {
     lowest_ = faults_.empty() ? nullptr : faults_.begin()->first;
     highest_ = faults_.empty() ? nullptr : faults_.rbegin()->first;
 }
 
-void WatchedMemory::remove(const std::uint8_t* host, std::uint64_t bytes) {
-    for (const auto& fault : faultsIn(host, bytes)) {
-        faults_.erase(fault);
-    }
-    lowest_ = faults_.empty() ? nullptr : faults_.begin()->first;
-    highest_ = faults_.empty() ? nullptr : faults_.rbegin()->first;
+WatchedMemory::Faults::iterator WatchedMemory::firstFrom(const std::uint8_t* place) {
+    return faults_.lower_bound(reinterpret_cast<Word*>(const_cast<std::uint8_t*>(place)));
 }
 
 std::vector<WatchedMemory::Faults::iterator> WatchedMemory::faultsIn(const std::uint8_t* first,
                                                                      std::uint64_t bytes) {
     std::vector<Faults::iterator> found;
-    for (auto fault = faults_.begin(); fault != faults_.end(); ++fault) {
-        const auto* const word = reinterpret_cast<const std::uint8_t*>(fault->first);
-        if (word >= first && word < first + bytes) {
-            found.push_back(fault);
-        }
+    const auto end = firstFrom(first + bytes);
+    for (auto fault = firstFrom(first); fault != end; ++fault) {
+        found.push_back(fault);
     }
     return found;
 }

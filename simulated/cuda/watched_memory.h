@@ -42,6 +42,8 @@ private:
     using Faults = std::map<Word*, Fault>;
 
     [[nodiscard]] Fault* find(const Word* word);
+    void noteBounds();
+    [[nodiscard]] Faults::iterator firstFrom(const std::uint8_t* place);
     [[nodiscard]] std::vector<Faults::iterator> faultsIn(const std::uint8_t* first, std::uint64_t bytes);
     [[nodiscard]] static Word forced(const Fault& fault, Word value);
 

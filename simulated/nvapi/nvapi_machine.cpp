@@ -1,5 +1,6 @@
 #include "simulated/nvapi/nvapi_machine.h"
 
+#include "core/never_destroyed.h"
 #include "platform/nvapi.h"
 #include "simulated/scenario/scenario.h"
 
@@ -22,8 +23,8 @@ struct Place {
 
 Place& place() {
     // Never destroyed: callers may outlive the statics of this library.
-    static auto& only = *new Place;
-    return only;
+    static core::NeverDestroyed<Place> only;
+    return only.get();
 }
 
 std::shared_ptr<const NvapiMachine> machine() {

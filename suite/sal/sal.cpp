@@ -1,5 +1,6 @@
 #include "core/sal.h"
 
+#include "core/never_destroyed.h"
 #include "device_list.h"
 #include "hidden_symbols.h"
 #include "platform/shared_library.h"
@@ -65,8 +66,8 @@ std::unique_ptr<sal::DeviceSource> makeDeviceSource() {
 
 Module* get_module() {
     // Never destroyed: the module gives its last library back when the statics are gone.
-    static auto& loader = *new Loader;
-    return &loader;
+    static vexil::core::NeverDestroyed<Loader> loader;
+    return &loader.get();
 }
 
 SystemTimer* get_timer() {

@@ -6,8 +6,6 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include <unistd.h>
-
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -71,7 +69,7 @@ TEST_F(LogFile, ThatIsNoDatabaseIsNamedAndLeftAsItIs) {
 }
 
 TEST_F(LogFile, InAPlaceThatCannotBeWrittenToIsNamed) {
-    std::ofstream(folder_) << "a file where a folder should be";
+    std::ofstream(file_.parent_path()) << "a file where a folder should be";
     const auto ran = run({"run", "--log"});
     EXPECT_EQ(ran.code, 2);
     EXPECT_EQ(ran.err, "vxe-host: the log '" + file_.string() +

@@ -41,7 +41,10 @@ TEST(ModuleLifetime, LoadsScansAndUnloadsAThousandTimesWithoutGrowth) {
     }
     const auto after = residentKibibytes();
     std::printf("resident memory: %ld KiB after 100 rounds, %ld KiB after 1000\n", before, after);
+// The address sanitizer keeps a shadow of every place where a library once was, and looks for leaks itself.
+#ifndef __SANITIZE_ADDRESS__
     EXPECT_LT(after - before, 4096) << "beyond the noise of the allocator";
+#endif
 }
 
 } // namespace

@@ -14,24 +14,11 @@ using core::TestResult;
 
 namespace {
 
+constexpr auto standardMode = CudaAbstractMathOperation::standardMode;
+constexpr auto advancedMode = CudaAbstractMathOperation::advancedMode;
+
 std::shared_ptr<Device> lockCard(const core::TestRunArguments& arguments) {
     return std::dynamic_pointer_cast<Device>(arguments.device.lock());
-}
-
-std::uint8_t finish(const core::TestRunArguments& arguments, const std::string& key, std::uint8_t result) {
-    arguments.reporter->setProgress(100);
-    arguments.reporter->report({0, key});
-    return result;
-}
-
-/// The card is asked for anew before each stage, since each ends with a reset of the device.
-bool selectDevice(const core::TestRunArguments& arguments) {
-    const auto device = lockCard(arguments);
-    if (device == nullptr || device->cudaRecord() == nullptr) {
-        return false;
-    }
-    CudaRuntime::instance().cudaSetDevice(device->cudaRecord()->index);
-    return true;
 }
 
 } // namespace
@@ -52,30 +39,36 @@ std::uint8_t CudaAbstractMathOpTest::execute(const core::TestRunArguments& argum
             return TestResult::DeviceUnavailable;
         }
         if (device->cudaRecord() == nullptr) {
-            return finish(arguments, keys::notSupportedInThisDevice, TestResult::NotSupported);
+            reportAndFinish(*arguments.reporter, keys::notSupportedInThisDevice);
+            return TestResult::NotSupported;
         }
     }
+    CudaRuntime& cuda = CudaRuntime::instance();
     int version = 0;
-    CudaRuntime::instance().cudaDriverGetVersion(&version);
+    cuda.cudaDriverGetVersion(&version);
     if (isCudaDriverOutOfDate(version)) {
-        return finish(arguments, keys::cudaDriverIncompatible, TestResult::NotCompleted);
+        reportAndFinish(*arguments.reporter, keys::cudaDriverIncompatible);
+        return TestResult::NotCompleted;
     }
-    if (!selectDevice(arguments)) {
+    // Held from here on: a card that goes between the stages does not end the test.
+    const auto device = lockCard(arguments);
+    if (device == nullptr || device->cudaRecord() == nullptr) {
         return TestResult::DeviceUnavailable;
     }
+    const std::int32_t index = device->cudaRecord()->index;
+    cuda.cudaSetDevice(index);
     const std::uint8_t result = runIntegerStage(arguments);
     if (result != TestResult::Passed) {
         return result;
     }
-    if (!selectDevice(arguments)) {
-        return TestResult::DeviceUnavailable;
-    }
+    cuda.cudaSetDevice(index); // the stage has ended with a reset of the device
     return runFloatStage(arguments);
 }
 
 std::uint8_t CudaAbstractMathOpTest::checkStop(const core::TestRunArguments& arguments) {
     if (hasCompromisingEvent(arguments)) {
-        return finish(arguments, keys::abortedBySystemEvent, TestResult::NotCompleted);
+        reportAndFinish(*arguments.reporter, keys::abortedBySystemEvent);
+        return TestResult::NotCompleted;
     }
     return *arguments.cancelRequested != 0 ? TestResult::NotCompleted : TestResult::Passed;
 }
@@ -83,24 +76,26 @@ std::uint8_t CudaAbstractMathOpTest::checkStop(const core::TestRunArguments& arg
 CudaStandardMathOperation::CudaStandardMathOperation() : CudaAbstractMathOpTest(19) {}
 CudaAdvancedMathOperation::CudaAdvancedMathOperation() : CudaAbstractMathOpTest(20) {}
 
-std::uint8_t CudaStandardMathOperation::runIntegerStage(const core::TestRunArguments& arguments) {
-    const std::uint8_t result = CudaMathOperationsInt(0, arguments).run(0);
+template <typename Stage>
+std::uint8_t CudaAbstractMathOpTest::runStage(std::int32_t mode, const core::TestRunArguments& arguments) {
+    const std::uint8_t result = Stage(mode, arguments).run(mode);
     return result == TestResult::Passed ? checkStop(arguments) : result;
+}
+
+std::uint8_t CudaStandardMathOperation::runIntegerStage(const core::TestRunArguments& arguments) {
+    return runStage<CudaMathOperationsInt>(standardMode, arguments);
 }
 
 std::uint8_t CudaStandardMathOperation::runFloatStage(const core::TestRunArguments& arguments) {
-    const std::uint8_t result = CudaMathOperationsFloat(0, arguments).run(0);
-    return result == TestResult::Passed ? checkStop(arguments) : result;
+    return runStage<CudaMathOperationsFloat>(standardMode, arguments);
 }
 
 std::uint8_t CudaAdvancedMathOperation::runIntegerStage(const core::TestRunArguments& arguments) {
-    const std::uint8_t result = CudaMathOperationsInt(1, arguments).run(1);
-    return result == TestResult::Passed ? checkStop(arguments) : result;
+    return runStage<CudaMathOperationsInt>(advancedMode, arguments);
 }
 
 std::uint8_t CudaAdvancedMathOperation::runFloatStage(const core::TestRunArguments& arguments) {
-    const std::uint8_t result = CudaMathOperationsFloat(1, arguments).run(1);
-    return result == TestResult::Passed ? checkStop(arguments) : result;
+    return runStage<CudaMathOperationsFloat>(advancedMode, arguments);
 }
 
 } // namespace vexil::module::video_card

@@ -23,6 +23,10 @@ protected:
     virtual std::uint8_t checkStop(const core::TestRunArguments& arguments);
     virtual std::uint8_t runIntegerStage(const core::TestRunArguments& arguments) = 0;
     virtual std::uint8_t runFloatStage(const core::TestRunArguments& arguments) = 0;
+
+    /// Runs a stage of that mode and looks for a stop if it passed.
+    template <typename Stage>
+    std::uint8_t runStage(std::int32_t mode, const core::TestRunArguments& arguments);
 };
 
 /// The four basic operations.

@@ -125,11 +125,6 @@ bool CudaAbstractTest::releaseAll() {
     return true;
 }
 
-void CudaAbstractTest::reportAndFinish(core::TestReporter& reporter, const std::string& key) {
-    reporter.setProgress(100);
-    reporter.report({0, key});
-}
-
 bool CudaAbstractTest::isAborted(const core::TestRunArguments& arguments) {
     if (*arguments.cancelRequested == 0 && !hasCompromisingEvent(arguments)) {
         return false;

@@ -38,7 +38,6 @@ protected:
     /// Stops at the first failure, and then the device is not reset.
     virtual bool releaseAll();
 
-    static void reportAndFinish(core::TestReporter& reporter, const std::string& key);
     /// Asked before the body only: releases nothing.
     [[nodiscard]] static bool isAborted(const core::TestRunArguments& arguments);
     /// Asked after every launch. `Passed` means go on; on anything else the memory is released and the run is
@@ -53,6 +52,19 @@ protected:
     /// clear flag if it found a wrong word.
     [[nodiscard]] std::optional<std::uint8_t> sweep(const core::TestRunArguments& arguments,
                                                     const SweepPass& pass, const Launch& launch);
+    /// A body whose passes are rows with a `sweep` each: makes them in order, then ends. `launch` gets the
+    /// row and the base of each launch.
+    template <typename Passes, typename LaunchPass>
+    [[nodiscard]] std::uint8_t runPasses(const core::TestRunArguments& arguments, const Passes& passes,
+                                         const LaunchPass& launch) {
+        for (const auto& pass : passes) {
+            if (const auto result =
+                    sweep(arguments, pass.sweep, [&](std::uint8_t* base) { launch(pass, base); })) {
+                return *result;
+            }
+        }
+        return finishBody(arguments);
+    }
     /// What follows the last pass: release, verdict, message.
     [[nodiscard]] std::uint8_t finishBody(const core::TestRunArguments& arguments);
     /// The end of a run in which the card and the host could not exchange data. The order of message and

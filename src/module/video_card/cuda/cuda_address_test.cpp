@@ -35,19 +35,13 @@ static_assert(passes.size() == 2);
 CUDAAddressTest::CUDAAddressTest() : CudaAbstractTest(12) {}
 
 std::uint8_t CUDAAddressTest::runBody(const core::TestRunArguments& arguments) {
-    for (const Pass& pass : passes) {
-        const auto launch = [&](std::uint8_t* base) {
-            if (pass.action == Action::Write) {
-                write(blocks, chunkBytes, base, memoryEnd_);
-            } else {
-                check(blocks, chunkBytes, base, memoryEnd_, devicePatternOk_);
-            }
-        };
-        if (const auto result = sweep(arguments, pass.sweep, launch)) {
-            return *result;
+    return runPasses(arguments, passes, [&](const Pass& pass, std::uint8_t* base) {
+        if (pass.action == Action::Write) {
+            write(blocks, chunkBytes, base, memoryEnd_);
+        } else {
+            check(blocks, chunkBytes, base, memoryEnd_, devicePatternOk_);
         }
-    }
-    return finishBody(arguments);
+    });
 }
 
 } // namespace vexil::module::video_card

@@ -39,25 +39,19 @@ static_assert(passes.size() == 3);
 CUDABlockMoveTest::CUDABlockMoveTest() : CudaAbstractTest(14) {}
 
 std::uint8_t CUDABlockMoveTest::runBody(const core::TestRunArguments& arguments) {
-    for (const Pass& pass : passes) {
-        const auto launch = [&](std::uint8_t* base) {
-            switch (pass.action) {
-            case Action::Init:
-                init(blocks, chunkBytes, base, memoryEnd_);
-                break;
-            case Action::Move:
-                move(blocks, chunkBytes, base, memoryEnd_);
-                break;
-            case Action::Check:
-                check(blocks, chunkBytes, base, memoryEnd_, devicePatternOk_);
-                break;
-            }
-        };
-        if (const auto result = sweep(arguments, pass.sweep, launch)) {
-            return *result;
+    return runPasses(arguments, passes, [&](const Pass& pass, std::uint8_t* base) {
+        switch (pass.action) {
+        case Action::Init:
+            init(blocks, chunkBytes, base, memoryEnd_);
+            break;
+        case Action::Move:
+            move(blocks, chunkBytes, base, memoryEnd_);
+            break;
+        case Action::Check:
+            check(blocks, chunkBytes, base, memoryEnd_, devicePatternOk_);
+            break;
         }
-    }
-    return finishBody(arguments);
+    });
 }
 
 } // namespace vexil::module::video_card

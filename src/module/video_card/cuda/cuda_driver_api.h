@@ -14,12 +14,10 @@ using CUcontext = struct CUctx_st*;
 using CUmodule = struct CUmod_st*;
 using CUfunction = struct CUfunc_st*;
 using CUstream = struct CUstream_st*;
-using CUevent = struct CUevent_st*;
 
 inline constexpr CUresult CUDA_SUCCESS = 0;
 inline constexpr CUresult CUDA_ERROR_INVALID_VALUE = 1;
 inline constexpr CUresult CUDA_ERROR_OUT_OF_MEMORY = 2;
-inline constexpr CUresult CUDA_ERROR_NOT_INITIALIZED = 3;
 inline constexpr CUresult CUDA_ERROR_NO_DEVICE = 100;
 inline constexpr CUresult CUDA_ERROR_INVALID_DEVICE = 101;
 inline constexpr CUresult CUDA_ERROR_INVALID_CONTEXT = 201;

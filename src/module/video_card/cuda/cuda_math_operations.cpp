@@ -2,6 +2,7 @@
 
 #include "core/test_result.h"
 #include "module/video_card/cuda/cuda_runtime.h"
+#include "module/video_card/cuda/cuda_support.h"
 #include "module/video_card/cuda/math_kernels.h"
 #include "module/video_card/message_keys.h"
 
@@ -14,13 +15,6 @@
 namespace vexil::module::video_card {
 
 using core::TestResult;
-
-namespace {
-
-constexpr std::int32_t standardMode = 0;
-constexpr std::int32_t advancedMode = 1;
-
-} // namespace
 
 template <typename T>
 void CudaMathOperations<T>::prepare(std::span<const MathRow<T>> rows) {
@@ -41,23 +35,23 @@ std::uint8_t CudaMathOperations<T>::run(std::int32_t advanced) {
     std::vector<T> results(std::size_t{operationCount_} * valuesPerOperation_);
     if (!allocate()) {
         release();
-        return finish(TestResult::NotCompleted, keys::failedToAllocateGpuMemory);
+        reportAndFinish(*arguments_.reporter, keys::failedToAllocateGpuMemory);
+        return TestResult::NotCompleted;
     }
     if (!copyInputs()) {
-        return releaseOrReport() ? TestResult::CleanupFailed
-                                 : finish(TestResult::NotCompleted, keys::cudaCommunicationError);
+        return finishWithoutCommunication();
     }
     launchMathKernel(advanced != 0, operationCount_, valuesPerOperation_, a_, b_, c_, out_);
     // A launch that fails leaves its results to what the memory held.
     cuda.cudaDeviceSynchronize();
     if (cuda.cudaMemcpy(results.data(), out_, bufferBytes_, cudaMemcpyDeviceToHost) != cudaSuccess) {
-        return releaseOrReport() ? TestResult::CleanupFailed
-                                 : finish(TestResult::NotCompleted, keys::cudaCommunicationError);
+        return finishWithoutCommunication();
     }
     for (std::size_t element = 0; element < results.size(); ++element) {
         if (!isRight(element, results[element])) {
             releaseOrReport();
-            return finish(TestResult::Failed, keys::mathOperationFailed);
+            reportAndFinish(*arguments_.reporter, keys::mathOperationFailed);
+            return TestResult::Failed;
         }
     }
     return releaseOrReport() ? TestResult::CleanupFailed : TestResult::Passed;
@@ -102,15 +96,17 @@ bool CudaMathOperations<T>::releaseOrReport() {
     if (release()) {
         return false;
     }
-    finish(TestResult::CleanupFailed, keys::failedToFreeGpuMemory);
+    reportAndFinish(*arguments_.reporter, keys::failedToFreeGpuMemory);
     return true;
 }
 
 template <typename T>
-std::uint8_t CudaMathOperations<T>::finish(std::uint8_t result, const std::string& key) {
-    arguments_.reporter->setProgress(100);
-    arguments_.reporter->report({0, key});
-    return result;
+std::uint8_t CudaMathOperations<T>::finishWithoutCommunication() {
+    if (releaseOrReport()) {
+        return TestResult::CleanupFailed;
+    }
+    reportAndFinish(*arguments_.reporter, keys::cudaCommunicationError);
+    return TestResult::NotCompleted;
 }
 
 template class CudaMathOperations<std::int32_t>;

@@ -13,6 +13,10 @@ namespace vexil::module::video_card {
 /// results are compared with the stored ones. The stage holds nothing on the card between runs.
 class CudaAbstractMathOperation {
 public:
+    /// Which table and which kernel a stage takes.
+    static constexpr std::int32_t standardMode = 0;
+    static constexpr std::int32_t advancedMode = 1;
+
     CudaAbstractMathOperation(const CudaAbstractMathOperation&) = delete;
     CudaAbstractMathOperation& operator=(const CudaAbstractMathOperation&) = delete;
     virtual ~CudaAbstractMathOperation() = default;
@@ -57,7 +61,7 @@ protected:
 
 private:
     bool releaseOrReport();
-    std::uint8_t finish(std::uint8_t result, const std::string& key);
+    std::uint8_t finishWithoutCommunication();
 
     T *a_ = nullptr, *b_ = nullptr, *c_ = nullptr, *out_ = nullptr; ///< on the card
 };
@@ -65,7 +69,7 @@ private:
 /// Signed 32-bit integers, compared exactly.
 class CudaMathOperationsInt final : public CudaMathOperations<std::int32_t> {
 public:
-    /// Mode 0 is the standard table, 1 the advanced one; any other leaves the tables empty.
+    /// A mode that is none of the two leaves the tables empty.
     CudaMathOperationsInt(std::int32_t mode, const core::TestRunArguments& arguments);
 
 protected:

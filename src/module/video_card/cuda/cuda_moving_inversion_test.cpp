@@ -44,25 +44,19 @@ static_assert(passes.size() == 3);
 CUDAMovingInversionTest::CUDAMovingInversionTest() : CudaAbstractTest(13) {}
 
 std::uint8_t CUDAMovingInversionTest::runBody(const core::TestRunArguments& arguments) {
-    for (const Pass& pass : passes) {
-        const auto launch = [&](std::uint8_t* base) {
-            switch (pass.action) {
-            case Action::Write:
-                write(blocks, chunkBytes, base, memoryEnd_, pass.next);
-                break;
-            case Action::CheckWrite:
-                checkWrite(blocks, chunkBytes, base, memoryEnd_, pass.expected, pass.next, devicePatternOk_);
-                break;
-            case Action::Check:
-                check(blocks, chunkBytes, base, memoryEnd_, pass.expected, devicePatternOk_);
-                break;
-            }
-        };
-        if (const auto result = sweep(arguments, pass.sweep, launch)) {
-            return *result;
+    return runPasses(arguments, passes, [&](const Pass& pass, std::uint8_t* base) {
+        switch (pass.action) {
+        case Action::Write:
+            write(blocks, chunkBytes, base, memoryEnd_, pass.next);
+            break;
+        case Action::CheckWrite:
+            checkWrite(blocks, chunkBytes, base, memoryEnd_, pass.expected, pass.next, devicePatternOk_);
+            break;
+        case Action::Check:
+            check(blocks, chunkBytes, base, memoryEnd_, pass.expected, devicePatternOk_);
+            break;
         }
-    }
-    return finishBody(arguments);
+    });
 }
 
 } // namespace vexil::module::video_card

@@ -65,25 +65,19 @@ std::uint8_t CudaRandomNumberSequenceTest::runBody(const core::TestRunArguments&
         return finishWithoutCommunication(arguments, CommunicationErrorOrder::ProgressFirst);
     }
 
-    for (const Pass& pass : passes) {
-        const auto launch = [&](std::uint8_t* base) {
-            switch (pass.action) {
-            case Action::Write:
-                write(blocks, chunkBytes, base, memoryEnd_, reference);
-                break;
-            case Action::CheckWrite:
-                checkWrite(blocks, chunkBytes, base, memoryEnd_, reference, devicePatternOk_);
-                break;
-            case Action::Check:
-                check(blocks, chunkBytes, base, memoryEnd_, reference, devicePatternOk_);
-                break;
-            }
-        };
-        if (const auto result = sweep(arguments, pass.sweep, launch)) {
-            return *result;
+    return runPasses(arguments, passes, [&](const Pass& pass, std::uint8_t* base) {
+        switch (pass.action) {
+        case Action::Write:
+            write(blocks, chunkBytes, base, memoryEnd_, reference);
+            break;
+        case Action::CheckWrite:
+            checkWrite(blocks, chunkBytes, base, memoryEnd_, reference, devicePatternOk_);
+            break;
+        case Action::Check:
+            check(blocks, chunkBytes, base, memoryEnd_, reference, devicePatternOk_);
+            break;
         }
-    }
-    return finishBody(arguments);
+    });
 }
 
 } // namespace vexil::module::video_card

@@ -4,7 +4,7 @@
 #include "system/win_module.h"
 
 #include <atomic>
-#include <cstring>
+#include <type_traits>
 #include <utility>
 
 namespace vexil::module::video_card {
@@ -65,6 +65,11 @@ cudaError_t CudaRuntime::initialise() {
     return cudaSuccess;
 }
 
+cudaError_t CudaRuntime::findDevice(int device, CUdevice& handle) {
+    const cudaError_t error = initialise();
+    return error != cudaSuccess ? error : call(driver_.cuDeviceGet, &handle, device);
+}
+
 cudaError_t CudaRuntime::enterContext() {
     if (const cudaError_t error = initialise(); error != cudaSuccess) {
         return error;
@@ -102,11 +107,8 @@ cudaError_t CudaRuntime::cudaGetDeviceCount(int* count) {
 }
 
 cudaError_t CudaRuntime::cudaDeviceGetPCIBusId(char* text, int length, int device) {
-    cudaError_t error = initialise();
     CUdevice handle = 0;
-    if (error == cudaSuccess) {
-        error = call(driver_.cuDeviceGet, &handle, device);
-    }
+    cudaError_t error = findDevice(device, handle);
     if (error == cudaSuccess) {
         error = call(driver_.cuDeviceGetPCIBusId, text, length, handle);
     }
@@ -114,11 +116,8 @@ cudaError_t CudaRuntime::cudaDeviceGetPCIBusId(char* text, int length, int devic
 }
 
 cudaError_t CudaRuntime::cudaGetDeviceProperties(cudaDeviceProp* properties, int device) {
-    cudaError_t error = initialise();
     CUdevice handle = 0;
-    if (error == cudaSuccess) {
-        error = call(driver_.cuDeviceGet, &handle, device);
-    }
+    cudaError_t error = findDevice(device, handle);
     if (error == cudaSuccess) {
         error = call(driver_.cuDeviceTotalMem, &properties->totalGlobalMem, handle);
     }
@@ -126,11 +125,8 @@ cudaError_t CudaRuntime::cudaGetDeviceProperties(cudaDeviceProp* properties, int
 }
 
 cudaError_t CudaRuntime::cudaSetDevice(int device) {
-    cudaError_t error = initialise();
     CUdevice handle = 0;
-    if (error == cudaSuccess) {
-        error = call(driver_.cuDeviceGet, &handle, device);
-    }
+    const cudaError_t error = findDevice(device, handle);
     if (error == cudaSuccess) {
         thread().device = device;
     }

@@ -110,6 +110,7 @@ private:
     cudaError_t record(cudaError_t error) const;
     [[nodiscard]] cudaError_t loadDriver();
     [[nodiscard]] cudaError_t initialise();
+    [[nodiscard]] cudaError_t findDevice(int device, cuda::CUdevice& handle);
     [[nodiscard]] cudaError_t enterContext();
     [[nodiscard]] cudaError_t findFunction(const void* key, cuda::CUfunction& function);
 

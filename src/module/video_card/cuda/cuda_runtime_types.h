@@ -11,12 +11,9 @@ namespace vexil::module::video_card {
 enum cudaError_t : int {
     cudaSuccess = 0,
     cudaErrorInvalidValue = 1,
-    cudaErrorMemoryAllocation = 2,
-    cudaErrorInitializationError = 3,
+    cudaErrorInsufficientDriver = 35,
     cudaErrorMissingConfiguration = 52,
     cudaErrorInvalidDeviceFunction = 98,
-    cudaErrorInsufficientDriver = 35,
-    cudaErrorNoDevice = 100,
     cudaErrorInvalidDevice = 101,
 };
 

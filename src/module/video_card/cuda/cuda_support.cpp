@@ -14,4 +14,9 @@ bool hasCudaRecord(const core::Device* device) {
     return card != nullptr && card->cudaRecord() != nullptr;
 }
 
+void reportAndFinish(core::TestReporter& reporter, const std::string& key) {
+    reporter.setProgress(100);
+    reporter.report({0, key});
+}
+
 } // namespace vexil::module::video_card

@@ -1,3 +1,4 @@
+#include "core/never_destroyed.h"
 #include "core/shared_api.h"
 #include "platform/adl.h"
 #include "platform/linux/adl/amdgpu_cards.h"
@@ -29,8 +30,8 @@ struct Library {
 
 Library& library() {
     // Never destroyed: the module ends its use of ADL when the statics of this library are gone.
-    static auto& only = *new Library;
-    return only;
+    static vexil::core::NeverDestroyed<Library> only;
+    return only.get();
 }
 
 void lookForCards(Library& state) {
@@ -107,7 +108,7 @@ VEXIL_SHARED_API adl::Status ADL_Main_Control_Destroy() {
         return adl::notInitialized;
     }
     if (--library().users == 0) {
-        library().cards.clear();
+        library().cards = {}; // with its memory, which nothing would free when this library is unloaded
     }
     return adl::ok;
 }

@@ -55,6 +55,20 @@ TEST_F(CudaAllocation, LeavesAMarginAndOneStepBelowTheSmallerOfBothAmounts) {
               Sizes{200 - 32});
 }
 
+TEST_F(CudaAllocation, TakesBothAmountsFromTheCardThatTheRecordNames) {
+    device->setCuda({"01:00.0", 1});
+    for (const std::uint64_t total : {100U, 300U}) {
+        const auto other = reporting(500 * mebibyte, 500 * mebibyte, gibibyte);
+        auto card = reporting(total * mebibyte, (400 - total) * mebibyte, gibibyte);
+        card.failingLaunches.first = 1;
+        configure(other); // and nothing is left of the round before
+        driver().configure({12040, {other, card}});
+        EXPECT_EQ(run(address), core::TestResult::Passed);
+        EXPECT_EQ(driver().state(0).requests, Sizes{});
+        EXPECT_EQ(driver().state(1).requests, (Sizes{1, 68 * mebibyte}));
+    }
+}
+
 TEST_F(CudaAllocation, CutsByteCountsToTheirLow32Bits) {
     EXPECT_EQ(requestsFor(reporting(6 * gibibyte, 6 * gibibyte, 8 * gibibyte)), Sizes{2048 - 32});
     EXPECT_EQ(requestsFor(reporting(8 * gibibyte - mebibyte, 8 * gibibyte - mebibyte, 8 * gibibyte)),

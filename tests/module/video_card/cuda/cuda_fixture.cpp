@@ -31,19 +31,15 @@ simulated::cuda::Control* loadSimulatedDriver() {
         platform::librarySymbol(library, simulated::cuda::controlSymbol))();
 }
 
-std::shared_ptr<module::video_card::Device> makeDevice(bool listedByCuda) {
+std::shared_ptr<module::video_card::Device> makeUnlistedDevice() {
     sal::TextHandler strings;
     sal::NumberText numbers;
     module::video_card::AdapterRecord adapter;
     adapter.name = "Simulated card";
     adapter.vendorId = "10DE";
     adapter.location = "01:00.0";
-    auto device = std::make_shared<module::video_card::Device>(
+    return std::make_shared<module::video_card::Device>(
         adapter, module::video_card::DeviceServices{strings, numbers, 12040});
-    if (listedByCuda) {
-        device->setCuda({"01:00.0", 0});
-    }
-    return device;
 }
 
 /// The runtime holds on to the contexts of the cards that are about to go.
@@ -64,7 +60,7 @@ simulated::cuda::Control& CudaTest::driver() {
     return *control;
 }
 
-CudaTest::CudaTest() : device(makeDevice(true)) { configure(cardWith(20)); }
+CudaTest::CudaTest() : device(makeDevice()) { configure(cardWith(20)); }
 
 CudaTest::~CudaTest() {
     driver().observe({});
@@ -106,7 +102,13 @@ void CudaTest::expectReleased() {
     EXPECT_EQ(driver().state(0).allocations, std::vector<std::uint64_t>{}) << "the card holds nothing";
 }
 
-std::shared_ptr<module::video_card::Device> CudaTest::deviceWithoutCuda() { return makeDevice(false); }
+std::shared_ptr<module::video_card::Device> CudaTest::makeDevice() {
+    auto device = makeUnlistedDevice();
+    device->setCuda({"01:00.0", 0});
+    return device;
+}
+
+std::shared_ptr<module::video_card::Device> CudaTest::deviceWithoutCuda() { return makeUnlistedDevice(); }
 
 std::unique_ptr<core::Test> CudaTest::makeCudaTest(CudaTestId id) {
     using namespace module::video_card;

@@ -66,6 +66,7 @@ protected:
     [[nodiscard]] static simulated::cuda::Control& driver();
     [[nodiscard]] static std::unique_ptr<core::Test> makeCudaTest(CudaTestId id);
 
+    [[nodiscard]] static std::shared_ptr<module::video_card::Device> makeDevice();
     [[nodiscard]] static std::shared_ptr<module::video_card::Device> deviceWithoutCuda();
 
     /// A card on which everything works but the launches, which do nothing: fast, and whatever is done around

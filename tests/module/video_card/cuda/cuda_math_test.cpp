@@ -1,6 +1,7 @@
 #include "cuda_fixture.h"
 
 #include "module/video_card/cuda/cuda_math_operations.h"
+#include "module/video_card/cuda/cuda_runtime.h"
 #include "module/video_card/cuda/math_tables.h"
 #include "module/video_card/cuda/random_words.h"
 #include "support/table_mark.h"
@@ -214,12 +215,26 @@ TEST_F(CudaMath, ExplainsAStopThatHasBothCauses) {
     }
 }
 
-TEST_F(CudaMath, AsksForTheCardAnewBeforeTheFloatStage) {
+TEST_F(CudaMath, SetsTheDeviceOfTheRecordBeforeEachStage) {
     driver().configure({12040, {cardWith(16), cardWith(16)}});
-    at("cuDevicePrimaryCtxReset_v2", 1, [&] { device->setCuda({"01:00.0", 1}); });
+    device->setCuda({"01:00.0", 1});
+    // The last free of the first stage leaves the thread with another card.
+    at("cuMemFree_v2", 4, [] { CudaRuntime::instance().cudaSetDevice(0); });
     EXPECT_EQ(run(advancedMath), core::TestResult::Passed);
-    EXPECT_EQ(driver().state(0).launches, 1U);
-    EXPECT_EQ(driver().state(1).launches, 1U);
+    EXPECT_EQ(driver().state(0).launches, 0U);
+    EXPECT_EQ(driver().state(1).launches, 2U);
+}
+
+TEST_F(CudaMath, GoesOnWithTheCardThatTheHostGivesUpDuringTheFirstStage) {
+    for (const CudaTestId id : {standardMath, advancedMath}) {
+        configure(cardWith(16));
+        const std::weak_ptr<Device> card = device;
+        at("cuLaunchKernel", 1, [&] { device.reset(); });
+        EXPECT_EQ(run(id), core::TestResult::Passed);
+        EXPECT_EQ(driver().state(0).launches, 2U);
+        EXPECT_TRUE(card.expired());
+        device = makeDevice();
+    }
 }
 
 TEST_F(CudaMath, FreesUpToTheFirstBufferThatCannotBeFreed) {

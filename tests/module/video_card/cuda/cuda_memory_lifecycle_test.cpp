@@ -1,6 +1,8 @@
 // The life of one run of a memory test: the gates before it, the allocation, every way out.
 #include "cuda_fixture.h"
 
+#include "module/video_card/cuda/cuda_modulo_x_test.h"
+#include "module/video_card/cuda/cuda_random_number_sequence_test.h"
 #include "support/plain_test.h"
 
 namespace vexil::tests {
@@ -17,6 +19,18 @@ using Sizes = std::vector<std::uint64_t>;
 } // namespace
 
 class CudaMemoryLifecycle : public CudaTest {};
+
+namespace {
+
+/// A test whose body can be run by itself.
+template <typename Test>
+class BareBody final : public Test {
+public:
+    using Test::allocateTestMemory;
+    using Test::runBody;
+};
+
+} // namespace
 
 TEST_F(CudaMemoryLifecycle, PassesOnAHealthyCardAndLeavesNothingOnIt) {
     for (const CudaTestId id : allCudaTests) {
@@ -228,6 +242,29 @@ TEST_F(CudaMemoryLifecycle, IsStoppedByTheBitsOfTheMaskAlone) {
             }
         }
     }
+}
+
+template <typename Test>
+class CudaBodyThatHoldsTheCard : public CudaTest {};
+
+using BodiesThatHoldTheCard =
+    testing::Types<module::video_card::CudaModuloXTest, module::video_card::CudaRandomNumberSequenceTest>;
+TYPED_TEST_SUITE(CudaBodyThatHoldsTheCard, BodiesThatHoldTheCard);
+
+TYPED_TEST(CudaBodyThatHoldsTheCard, UntilItsEndWhoeverElseGivesItUp) {
+    this->configureWithoutLaunches(17);
+    const std::weak_ptr<core::Device> card = this->device;
+    BareBody<TypeParam> test;
+    ASSERT_TRUE(test.allocateTestMemory({64 * mebibyte}));
+    unsigned launches = 0;
+    this->driver().observeLaunches([&](const simulated::cuda::CardLaunch&) {
+        ++launches;
+        this->device.reset();
+        EXPECT_FALSE(card.expired()) << "launch " << launches;
+    });
+    EXPECT_EQ(test.runBody(this->arguments()), core::TestResult::Passed);
+    EXPECT_GE(launches, 3U);
+    EXPECT_TRUE(card.expired());
 }
 
 TEST_F(CudaMemoryLifecycle, RunsWithoutAnEventState) {

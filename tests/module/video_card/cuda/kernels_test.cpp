@@ -158,30 +158,29 @@ TEST(CudaKernels, FindNothingInMemoryThatIsRight) {
     }
 }
 
-// On faulty memory the order of the accesses shows. The walks over one word after another keep it exactly.
+// On faulty memory the order of the accesses shows.
 TEST(CudaKernels, KeepTheOrderOfThePlainWalkOnFaultyMemory) {
-    constexpr std::string_view ordered[] = {"memory_fault", "modulo_x", "address", "Random",
-                                            "moving_inversion_kernel_w"};
     std::mt19937 source(7);
     for (const Case& test : plain_walk::allCases()) {
-        if (std::ranges::none_of(
-                ordered, [&](auto name) { return std::string_view(test.kernel).starts_with(name); })) {
-            continue;
-        }
+        const std::string_view name = test.kernel;
         for (int round = 0; round < 40; ++round) {
-            SCOPED_TRACE(testing::Message() << test.kernel << ", round " << round);
-            // Whole batches, and words that fill none.
-            const Word chunkBytes = round % 4 == 3 ? 8 * 21 : 0x400;
-            simulated::CudaCardSection card;
-            const auto bit = [&] { return static_cast<unsigned>(source() % 32); };
+            SCOPED_TRACE(testing::Message() << name << ", round " << round);
+            // Whole batches, and words that fill none, except where halves of whole groups are moved.
+            const Word chunkBytes = round % 8 >= 4 && !name.starts_with("block_move") ? 8 * 21 : 0x400;
             const auto place = [&] { return std::uint64_t{source() % (chunkBytes * 2 / 4)} * 4; };
-            card.stuckBits = {{place(), bit(), true}, {place(), bit(), false}};
-            card.readFlips = {{place(), 0x100, 1}, {place(), 0x1, 2}};
-            const auto from = place();
-            // Neighbours, near ones and far ones.
-            const std::uint64_t to = round % 2 == 0 ? (from + 4) % (chunkBytes * 2) : place();
-            if (!std::string_view(test.kernel).starts_with("Random")) {
-                card.shortedWords = {{from, to}};
+            simulated::CudaCardSection card;
+            const std::uint64_t from = place(), bytes = chunkBytes * 2;
+            const std::uint64_t landings[] = {(from + 4) % bytes, (from + bytes - 4) % bytes, place(),
+                                              place()};
+            // The copies of a move read ahead within the half that they do not write.
+            if (name != "block_move_kernel_move") {
+                card.shortedWords = {{from, landings[round % 4]}};
+            }
+            // In one round of four with other faults, which would hide from the flag what a short alone does.
+            if (round % 4 == 3) {
+                const auto bit = [&] { return static_cast<unsigned>(source() % 32); };
+                card.stuckBits = {{place(), bit(), true}, {place(), bit(), false}};
+                card.readFlips = {{place(), 0x100, 1}, {place(), 0x1, 2}};
             }
 
             std::vector<std::uint8_t> memories[2];

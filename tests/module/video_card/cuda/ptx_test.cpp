@@ -193,7 +193,26 @@ TEST(CudaDeviceCode, ReadsTheThirdOperandInTheAdvancedKernelsOnly) {
     }
 }
 
-// What the speed on a card hangs on: 128-bit accesses, many of them before the first result is used.
+TEST(CudaDeviceCode, ReachesMemoryBy32Or64Bits) {
+    const std::string flag = "u8"; // cleared, never read
+    const std::set<std::string> widths = {flag, "u32", "s32", "f32", "b32", "u64", "b64", "v2.u32", "v2.b32"};
+    for (std::size_t file = 0; file < registered.size(); ++file) {
+        std::istringstream words(ptxOf(file));
+        int accesses = 0;
+        for (std::string word; words >> word;) {
+            for (const std::string access :
+                 {"ld.global.", "st.global.", "ld.volatile.global.", "st.volatile.global."}) {
+                if (word.starts_with(access)) {
+                    ++accesses;
+                    EXPECT_TRUE(widths.contains(word.substr(access.size()))) << word << " in file " << file;
+                }
+            }
+        }
+        EXPECT_GT(accesses, 0) << file;
+    }
+}
+
+// What the speed on a card hangs on: wide accesses, many of them before the first result is used.
 TEST(CudaDeviceCode, KeepsWholeBatchesOfVectorsInFlight) {
     const auto longestRun = [](const std::string& kernel, const std::string& instruction) {
         std::istringstream lines(kernel);
@@ -206,35 +225,44 @@ TEST(CudaDeviceCode, KeepsWholeBatchesOfVectorsInFlight) {
         }
         return longest;
     };
-    EXPECT_GE(longestRun(kernelText(ptxOf(0), "address_kernel_check"), "ld.global.v4.u32"), 30);
-    EXPECT_GE(longestRun(kernelText(ptxOf(1), "block_move_kernel_move"), "ld.global.v4.u32"), 30);
-    EXPECT_GE(longestRun(kernelText(ptxOf(1), "block_move_kernel_check"), "ld.global.v4.u32"), 30);
-    EXPECT_GE(longestRun(kernelText(ptxOf(2), "memory_fault_kernel_check"), "ld.global.v4.u32"), 30);
-    EXPECT_GE(longestRun(kernelText(ptxOf(4), "moving_inversion_kernel_check"), "ld.global.v4.u32"), 30);
-    EXPECT_GE(longestRun(kernelText(ptxOf(4), "moving_inversion_kernel_check_write"), "ld.global.v4.u32"),
-              32);
-    EXPECT_GE(longestRun(kernelText(ptxOf(5), "RandomNumberSequenceKernelCheck"), "ld.global.v4.u32"), 30);
-    EXPECT_GE(longestRun(kernelText(ptxOf(5), "RandomNumberSequenceKernelWrite"), "ld.global.v4.u32"), 30);
-    EXPECT_GE(longestRun(kernelText(ptxOf(0), "address_kernel_write"), "st.global.v4.u32"), 1);
+    EXPECT_GE(longestRun(kernelText(ptxOf(0), "address_kernel_check"), "ld.global.v2.u32"), 60);
+    EXPECT_GE(longestRun(kernelText(ptxOf(1), "block_move_kernel_move"), "ld.global.v2.u32"), 60);
+    EXPECT_GE(longestRun(kernelText(ptxOf(1), "block_move_kernel_check"), "ld.global.v2.u32"), 60);
+    EXPECT_GE(longestRun(kernelText(ptxOf(2), "memory_fault_kernel_check"), "ld.global.v2.u32"), 60);
+    EXPECT_GE(longestRun(kernelText(ptxOf(4), "moving_inversion_kernel_check"), "ld.global.v2.u32"), 60);
+    EXPECT_GE(longestRun(kernelText(ptxOf(5), "RandomNumberSequenceKernelCheck"), "ld.global.v2.u32"), 60);
+    EXPECT_GE(longestRun(kernelText(ptxOf(5), "RandomNumberSequenceKernelWrite"), "ld.global.v2.u32"), 60);
+    EXPECT_GE(longestRun(kernelText(ptxOf(0), "address_kernel_write"), "st.global.v2.u32"), 2);
 }
 
-// The one walk in which the order of words is promised: each load follows the store to the word before it.
-TEST(CudaDeviceCode, AlternatesLoadsAndStoresInTheMemoryFaultWalk) {
-    std::istringstream lines(kernelText(ptxOf(2), "memory_fault_kernel_check_write"));
-    std::string last;
-    int alternations = 0;
-    for (std::string line, word; std::getline(lines, line);) {
-        word.clear();
-        std::istringstream(line) >> word;
-        if (word.starts_with("ld.volatile.global") || word.starts_with("st.volatile.global")) {
-            EXPECT_TRUE(word.ends_with(".u32")) << "no vectors";
-            EXPECT_NE(word, last);
-            alternations += word == last ? 0 : 1;
-            last = word;
+// The walks that check and rewrite: each load follows the store to the word before it, so that a store which
+// disturbs its neighbour is seen.
+TEST(CudaDeviceCode, AlternatesLoadsAndStoresInTheWalksThatCheckAndRewrite) {
+    struct Walk {
+        std::size_t binary;
+        const char* kernel;
+        int words; ///< in flight, in each direction
+    };
+    const Walk walks[] = {{2, "memory_fault_kernel_check_write", 2 * 64},
+                          {4, "moving_inversion_kernel_check_write", 64},
+                          {5, "RandomNumberSequenceKernelCheckWrite", 64}};
+    for (const Walk& walk : walks) {
+        SCOPED_TRACE(walk.kernel);
+        std::istringstream lines(kernelText(ptxOf(walk.binary), walk.kernel));
+        std::string last;
+        int run = 0, longest = 0;
+        for (std::string line, word; std::getline(lines, line);) {
+            word.clear();
+            std::istringstream(line) >> word;
+            if (word == "ld.volatile.global.u32" || word == "st.volatile.global.u32") {
+                run = word == last ? 1 : run + 1;
+                longest = std::max(longest, run);
+                last = word;
+            }
+            EXPECT_FALSE(word.starts_with("st.global.v") || word.starts_with("st.global.u32")) << line;
         }
-        EXPECT_FALSE(word.starts_with("ld.global") || word.starts_with("st.global.u32")) << line;
+        EXPECT_GE(longest, 2 * walk.words);
     }
-    EXPECT_GE(alternations, 2 * 2 * 64) << "two directions of 64 words";
 }
 
 } // namespace vexil::tests

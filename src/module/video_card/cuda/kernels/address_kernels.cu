@@ -29,7 +29,6 @@ VEXIL_MEMORY_KERNEL address_kernel_check(Word chunkBytes, Byte* base, Byte* end,
     Vector different = sameWords(0);
     for (Word at = 0; at < batched; at += batchBytes) {
         const LongWord first = reinterpret_cast<LongWord>(chunk + at);
-        prefetchAhead<true>(chunk + at, batchBytes, batched - at);
         Vector seen[vectorsInFlight];
         VEXIL_UNROLL
         for (Word k = 0; k < vectorsInFlight; ++k) {

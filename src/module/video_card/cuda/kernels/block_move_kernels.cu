@@ -11,7 +11,6 @@ VEXIL_MEMORY_KERNEL block_move_kernel_check(Word chunkBytes, Byte* base, Byte* e
     const Word batched = batchedBytes(chunk, chunkBytes);
     Word different = 0;
     for (Word first = 0; first < batched; first += batchBytes) {
-        prefetchAhead<true>(chunk + first, batchBytes, batched - first);
         Vector seen[vectorsInFlight];
         VEXIL_UNROLL
         for (Word k = 0; k < vectorsInFlight; ++k) {

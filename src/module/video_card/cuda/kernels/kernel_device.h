@@ -25,31 +25,6 @@ VEXIL_KERNELS_BEGIN
 constexpr Word vectorsInFlight = VEXIL_VECTORS_IN_FLIGHT;
 constexpr Word wordsInFlight = VEXIL_WORDS_IN_FLIGHT;
 
-// How far ahead of its loads a walk asks for memory, and in which steps; 0 asks for none. A request costs no
-// register, unlike a load in flight.
-#ifndef VEXIL_PREFETCH_DISTANCE
-#define VEXIL_PREFETCH_DISTANCE 0
-#endif
-#ifndef VEXIL_PREFETCH_STEP
-#define VEXIL_PREFETCH_STEP 32
-#endif
-
-/// Asks for as much memory as a batch takes, further on in the walk from `at`, unless that lies behind the
-/// `left` bytes that the walk has to go.
-template <bool ascending>
-VEXIL_INLINE void prefetchAhead([[maybe_unused]] const Byte* at, [[maybe_unused]] Word batch,
-                                [[maybe_unused]] Word left) {
-#if VEXIL_PREFETCH_DISTANCE
-    if (left < batch + VEXIL_PREFETCH_DISTANCE)
-        return;
-    VEXIL_UNROLL
-    for (Word k = 0; k < batch; k += VEXIL_PREFETCH_STEP)
-        asm volatile("prefetch.L2 [%0];"
-                     :
-                     : "l"(at + k + (ascending ? VEXIL_PREFETCH_DISTANCE : -VEXIL_PREFETCH_DISTANCE)));
-#endif
-}
-
 /// Whether somebody can tell in which order a thread reaches different words: faulty memory can.
 constexpr bool accessOrderShows = true;
 
@@ -60,8 +35,17 @@ VEXIL_INLINE Word threadIndex() { return static_cast<Word>(__nvvm_read_ptx_sreg_
 VEXIL_INLINE Word loadWord(const void* from) { return *static_cast<const AliasedWord*>(from); }
 VEXIL_INLINE void storeWord(void* to, Word value) { *static_cast<AliasedWord*>(to) = value; }
 VEXIL_INLINE void storePair(void* to, Pair value) { *static_cast<Pair*>(to) = value; }
-VEXIL_INLINE Vector loadVector(const void* from) { return *static_cast<const Vector*>(from); }
-VEXIL_INLINE void storeVector(void* to, Vector value) { *static_cast<Vector*>(to) = value; }
+
+// 64 bits an access are the widest that the tests promise.
+VEXIL_INLINE Vector loadVector(const void* from) {
+    const Pair* const pairs = static_cast<const Pair*>(from);
+    return __builtin_shufflevector(pairs[0], pairs[1], 0, 1, 2, 3);
+}
+VEXIL_INLINE void storeVector(void* to, Vector value) {
+    Pair* const pairs = static_cast<Pair*>(to);
+    pairs[0] = __builtin_shufflevector(value, value, 0, 1);
+    pairs[1] = __builtin_shufflevector(value, value, 2, 3);
+}
 
 // Volatile accesses keep the order of the program, in the PTX and in the machine code that is made of it.
 VEXIL_INLINE Word loadWordInOrder(const void* from) {

@@ -49,9 +49,6 @@ constexpr bool accessOrderShows = false;
 constexpr Word vectorsInFlight = 8;
 constexpr Word wordsInFlight = 16;
 
-template <bool ascending>
-VEXIL_INLINE void prefetchAhead(const Byte*, Word, Word) {}
-
 VEXIL_INLINE Word blockIndex() { return launchPosition.blockIndex; }
 VEXIL_INLINE Word blockSize() { return launchPosition.blockSize; }
 VEXIL_INLINE Word threadIndex() { return launchPosition.threadIndex; }

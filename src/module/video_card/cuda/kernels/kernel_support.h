@@ -12,7 +12,7 @@ using Byte = unsigned char;
 using Word = unsigned int;
 using LongWord = unsigned long long;
 
-/// Four words, the widest access that a thread can make: one 128-bit load or store on the card.
+/// Four words, the step of a batch: two 64-bit loads or stores on the card.
 typedef Word Vector __attribute__((vector_size(16), may_alias));
 typedef Word Pair __attribute__((vector_size(8), may_alias));
 typedef Word AliasedWord __attribute__((may_alias));

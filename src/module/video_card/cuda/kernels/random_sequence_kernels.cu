@@ -24,6 +24,34 @@ VEXIL_INLINE void invertWord(Byte* word, const Byte* reference, Byte* flag) {
     storeWordInOrder(word, ~value);
 }
 
+/// Puts the complements of `wanted` into a batch and what was there into `seen`. Word by word where somebody
+/// can tell, so that a store which disturbs the next word is seen when that is read. The reference, which no
+/// kernel writes, is read ahead: a store that had to wait for it would hold up all accesses behind it.
+VEXIL_INLINE void invertVectors(Byte* batch, const Vector* wanted, Vector* seen) {
+    if (accessOrderShows) {
+        VEXIL_UNROLL
+        for (Word k = 0; k < pairsInFlight; ++k) {
+            Vector words{};
+            VEXIL_UNROLL
+            for (Word lane = 0; lane < wordsPerVector; ++lane) {
+                Byte* const word = batch + k * vectorBytes + lane * wordBytes;
+                words[lane] = loadWordInOrder(word);
+                storeWordInOrder(word, ~wanted[k][lane]);
+            }
+            seen[k] = words;
+        }
+        return;
+    }
+    VEXIL_UNROLL
+    for (Word k = 0; k < pairsInFlight; ++k) {
+        seen[k] = loadVector(batch + k * vectorBytes);
+    }
+    VEXIL_UNROLL
+    for (Word k = 0; k < pairsInFlight; ++k) {
+        storeVector(batch + k * vectorBytes, ~wanted[k]);
+    }
+}
+
 VEXIL_MEMORY_KERNEL RandomNumberSequenceKernelCheck(Word chunkBytes, Byte* base, Byte* end, Byte* reference,
                                                     Byte* flag) {
     Byte* const chunk = chunkOfBlock(base, chunkBytes);
@@ -33,7 +61,6 @@ VEXIL_MEMORY_KERNEL RandomNumberSequenceKernelCheck(Word chunkBytes, Byte* base,
     const Word paired = pairedBytes(chunk, reference, chunkBytes);
     Vector different = sameWords(0);
     for (Word first = 0; first < paired; first += pairBytes) {
-        prefetchAhead<true>(chunk + first, pairBytes, paired - first);
         Vector wanted[pairsInFlight], seen[pairsInFlight];
         VEXIL_UNROLL
         for (Word k = 0; k < pairsInFlight; ++k) {
@@ -61,18 +88,16 @@ VEXIL_MEMORY_KERNEL RandomNumberSequenceKernelCheckWrite(Word chunkBytes, Byte* 
     }
     const Word paired = pairedBytes(chunk, reference, chunkBytes);
     for (Word first = 0; first < paired; first += pairBytes) {
-        prefetchAhead<true>(chunk + first, pairBytes, paired - first);
         Vector wanted[pairsInFlight], seen[pairsInFlight];
         VEXIL_UNROLL
         for (Word k = 0; k < pairsInFlight; ++k) {
             wanted[k] = loadVector(reference + first + k * vectorBytes);
-            seen[k] = loadVector(chunk + first + k * vectorBytes);
         }
+        invertVectors(chunk + first, wanted, seen);
         Vector different = sameWords(0);
         VEXIL_UNROLL
         for (Word k = 0; k < pairsInFlight; ++k) {
             different |= seen[k] ^ wanted[k];
-            storeVector(chunk + first + k * vectorBytes, ~wanted[k]);
         }
         if (!anyBit(different)) {
             continue;

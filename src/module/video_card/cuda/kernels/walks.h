@@ -56,7 +56,6 @@ VEXIL_INLINE bool anyWordDiffers(const Byte* chunk, Word bytes, Word expected) {
     Vector different = sameWords(0);
     for (Word batch = 0; batch < batches; ++batch) {
         const Byte* const first = chunk + part<ascending>(batch, batches) * batchBytes;
-        prefetchAhead<ascending>(first, batchBytes, batched - batch * batchBytes);
         Vector seen[vectorsInFlight];
         VEXIL_UNROLL
         for (Word k = 0; k < vectorsInFlight; ++k) {
@@ -73,13 +72,12 @@ VEXIL_INLINE bool anyWordDiffers(const Byte* chunk, Word bytes, Word expected) {
     return anyBit(different);
 }
 
-/// Puts `next` into all words and tells whether any of them differed from `expected`. A batch is read before
-/// any word of it is written.
+/// What `exchangeWords` does upwards, by batches, each read before any word of it is written: for memory in
+/// which nobody can tell.
 VEXIL_INLINE bool exchangeVectors(Byte* chunk, Word bytes, Word expected, Word next) {
     const Word batched = batchedBytes(chunk, bytes);
     Vector different = sameWords(0);
     for (Word first = 0; first < batched; first += batchBytes) {
-        prefetchAhead<true>(chunk + first, batchBytes, batched - first);
         Vector seen[vectorsInFlight];
         VEXIL_UNROLL
         for (Word k = 0; k < vectorsInFlight; ++k) {
@@ -101,11 +99,47 @@ VEXIL_INLINE bool exchangeVectors(Byte* chunk, Word bytes, Word expected, Word n
     return anyBit(different);
 }
 
+/// Puts `next` into all words, one after another, and tells whether any of them differed from `expected`. The
+/// load of a word follows the store to the word before it, so that a store which disturbs its neighbour is
+/// seen in this very walk; hence no vectors. What is put off is the comparison alone, which lets the accesses
+/// flow without waiting for each other.
+template <bool ascending>
+VEXIL_INLINE bool exchangeWords(Byte* chunk, Word bytes, Word expected, Word next) {
+    if (!accessOrderShows) {
+        return exchangeVectors(chunk, bytes, expected, next);
+    }
+    constexpr Word groupBytes = wordsInFlight * wordBytes;
+    const Word grouped = bytes - bytes % groupBytes;
+    const Word single = bytes - grouped;
+    Word different = 0;
+    // The words that fill no group are the last of the walk in either direction.
+    Byte* const groups = ascending ? chunk : chunk + single;
+    for (Word done = 0; done < grouped; done += groupBytes) {
+        Byte* const first = groups + (ascending ? done : grouped - groupBytes - done);
+        Word seen[wordsInFlight];
+        VEXIL_UNROLL
+        for (Word k = 0; k < wordsInFlight; ++k) {
+            Byte* const word = first + part<ascending>(k, wordsInFlight) * wordBytes;
+            seen[k] = loadWordInOrder(word);
+            storeWordInOrder(word, next);
+        }
+        VEXIL_UNROLL
+        for (Word k = 0; k < wordsInFlight; ++k) {
+            different |= seen[k] ^ expected;
+        }
+    }
+    for (Word done = 0; done < single; done += wordBytes) {
+        Byte* const word = ascending ? chunk + grouped + done : chunk + single - wordBytes - done;
+        different |= loadWordInOrder(word) ^ expected;
+        storeWordInOrder(word, next);
+    }
+    return different != 0;
+}
+
 /// Copies between places that do not overlap, from the lowest word up.
 VEXIL_INLINE void copyWords(Byte* to, const Byte* from, Word bytes) {
     const Word batched = reinterpret_cast<LongWord>(to) % vectorBytes == 0 ? batchedBytes(from, bytes) : 0;
     for (Word first = 0; first < batched; first += batchBytes) {
-        prefetchAhead<true>(from + first, batchBytes, batched - first);
         Vector moved[vectorsInFlight];
         VEXIL_UNROLL
         for (Word k = 0; k < vectorsInFlight; ++k) {

@@ -1,5 +1,6 @@
 #include "module/video_card/statistics/nvapi/nvapi_runtime.h"
 
+#include "core/never_destroyed.h"
 #include "core/sal.h"
 #include "platform/display_driver_library.h"
 #include "platform/library_names.h"
@@ -22,9 +23,9 @@ public:
 
 const NvapiRuntime& systemNvapi() {
     // Never destroyed: a source that outlives the other statics still gives its reference back.
-    static auto& loader = *new DisplayDriverLoader;
-    static auto& access = *new NvapiAccess(loader, platform::nvapiLibrary());
-    static const NvapiRuntime runtime{access, *get_module()};
+    static core::NeverDestroyed<DisplayDriverLoader> loader;
+    static core::NeverDestroyed<NvapiAccess> access(loader.get(), platform::nvapiLibrary());
+    static const NvapiRuntime runtime{access.get(), *get_module()};
     return runtime;
 }
 
