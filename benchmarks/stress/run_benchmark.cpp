@@ -18,7 +18,7 @@
 #include <vector>
 
 // The whole stress test in its window: how much its dialog, overlay and samples cost beside the bare draws,
-// and whether its memory stays what it is.
+// how many frames a load leaves, and whether its memory stays what it is.
 
 namespace {
 
@@ -62,14 +62,16 @@ Memory memoryNow(const Dx11Context& dx11) {
 bool watchMemory(const Dx11Context& dx11, std::uint64_t seconds, const std::string& size) {
     std::vector<Memory> settled;
     std::cout << "seconds  process MiB  card MiB\n" << std::fixed << std::setprecision(1);
-    const auto frames = benchmarks::runInWindow(dx11, seconds, size, [&](double elapsed) {
+    const auto sample = [&](double elapsed) {
         const auto memory = memoryNow(dx11);
         std::cout << std::setw(7) << elapsed << std::setw(13) << memory.process << std::setw(10)
                   << memory.card << std::endl;
         if (elapsed >= settledSeconds) {
             settled.push_back(memory);
         }
-    });
+    };
+    const auto frames =
+        benchmarks::runInWindow(dx11, {.seconds = seconds, .size = size, .eachTenSeconds = sample});
     std::cout << frames.frames << " frames, " << frames.rate() << " a second\n";
     if (settled.size() < 2) {
         std::cout << "too short to say more: memory is compared with that of the first minute's end\n";
@@ -102,9 +104,9 @@ void compareRates(const Dx11Context& dx11, int rounds) {
     std::vector<double> shown;
     std::vector<double> alone;
     std::vector<double> ratios;
-    static_cast<void>(benchmarks::runInWindow(dx11, 2, "400x400")); // compiles
+    static_cast<void>(benchmarks::runInWindow(dx11, {.seconds = 2})); // compiles
     for (int round = 0; round < rounds; ++round) {
-        const auto window = benchmarks::runInWindow(dx11, secondsOfARound, "400x400");
+        const auto window = benchmarks::runInWindow(dx11, {.seconds = secondsOfARound});
         dx11.context->ClearState();
         benchmarks::BareScene bare(dx11, width, height);
         const double theirs = bareRate(bare, window.frames);
@@ -116,6 +118,24 @@ void compareRates(const Dx11Context& dx11, int rounds) {
               << median(alone) << " frames/s, ratio " << median(ratios) << " (aim: at least 0.95)\n";
 }
 
+/// In pictures of 64 by 64 pixels, so that the card is through with the frames in its queue long before the
+/// half second of sleep is over, as a real card is.
+void compareLoads(const Dx11Context& dx11, int rounds) {
+    benchmarks::WindowSetup full{.seconds = secondsOfARound, .extent = 64};
+    benchmarks::WindowSetup half = full;
+    half.load = 0.5;
+    std::vector<double> ratios;
+    static_cast<void>(benchmarks::runInWindow(dx11, {.seconds = 2, .extent = 64})); // compiles
+    for (int round = 0; round < rounds; ++round) {
+        const double at100 = benchmarks::runInWindow(dx11, full).rate();
+        const double at50 = benchmarks::runInWindow(dx11, half).rate();
+        std::cout << std::fixed << std::setprecision(2) << "load 100: " << at100
+                  << " frames/s, load 50: " << at50 << " frames/s" << std::endl;
+        ratios.push_back(at50 / at100);
+    }
+    std::cout << "ratio " << median(ratios) << " (aim: 0.45 to 0.55)\n";
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -124,8 +144,8 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     const std::string_view what = argc > 1 ? argv[1] : "";
-    if (what != "rate" && what != "memory") {
-        std::cerr << "usage: stress_run_benchmark rate [ROUNDS]\n"
+    if (what != "rate" && what != "load" && what != "memory") {
+        std::cerr << "usage: stress_run_benchmark rate|load [ROUNDS]\n"
                      "       stress_run_benchmark memory [SECONDS [WINDOW_SIZE]]\n";
         return 2;
     }
@@ -136,6 +156,10 @@ int main(int argc, char** argv) {
         }
         if (what == "rate") {
             compareRates(contexts.front(), argc > 2 ? std::atoi(argv[2]) : 7);
+            return 0;
+        }
+        if (what == "load") {
+            compareLoads(contexts.front(), argc > 2 ? std::atoi(argv[2]) : 3);
             return 0;
         }
         const auto seconds = argc > 2 ? static_cast<std::uint64_t>(std::atoi(argv[2])) : 600;

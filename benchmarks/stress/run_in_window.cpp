@@ -20,7 +20,7 @@ using Clock = std::chrono::steady_clock;
 
 namespace {
 
-constexpr std::uint64_t framesToFillTheQueue = 5;
+constexpr float settledSeconds = 1;
 constexpr int tenSeconds = 10'000;
 
 double secondsSince(Clock::time_point start) {
@@ -38,10 +38,9 @@ public:
     void setLabels(const Labels& labels) override { scene_->setLabels(labels); }
     void setFullScreen(bool fullScreen) override { scene_->setFullScreen(fullScreen); }
     bool render(float seconds) override {
-        if (++rendered_ == framesToFillTheQueue) {
-            start_ = Clock::now();
-        } else if (rendered_ > framesToFillTheQueue) {
-            account_ = {rendered_ - framesToFillTheQueue, secondsSince(start_)};
+        if (seconds >= settledSeconds) {
+            start_ = start_.value_or(Clock::now());
+            account_ = {rendered_++, secondsSince(*start_)};
         }
         return scene_->render(seconds);
     }
@@ -52,7 +51,7 @@ private:
     std::unique_ptr<WindowScene> scene_;
     WindowFrames& account_;
     std::uint64_t rendered_ = 0;
-    Clock::time_point start_;
+    std::optional<Clock::time_point> start_;
 };
 
 /// Sensors whose readings change with every question, so that the overlay is laid out each time.
@@ -85,11 +84,12 @@ public:
 
 } // namespace
 
-WindowFrames runInWindow(const Dx11Context& dx11, std::uint64_t seconds, const std::string& size,
-                         const std::function<void(double)>& eachTenSeconds) {
+WindowFrames runInWindow(const Dx11Context& dx11, const WindowSetup& setup) {
     WindowFrames account;
     auto services = systemStressServices();
-    services.createWindowScene = [&, create = services.createWindowScene](const WindowSceneRequest& request) {
+    services.createWindowScene = [&, create = services.createWindowScene](WindowSceneRequest request) {
+        request.width = setup.extent.value_or(request.width);
+        request.height = setup.extent.value_or(request.height);
         auto scene = create(request);
         return scene ? std::make_unique<CountedScene>(std::move(scene), account) : nullptr;
     };
@@ -105,14 +105,17 @@ WindowFrames runInWindow(const Dx11Context& dx11, std::uint64_t seconds, const s
         {}, &cancel, &reporter, std::make_shared<core::SystemEventState>()};
     StressStatistics statistics(arguments);
     TestParameterScreenDimensions dimensions;
-    dimensions.setValue(size);
+    dimensions.setValue(setup.size);
+    LoadController controller;
+    controller.loadFraction = setup.load;
 
-    StressTestDialog dialog({services, arguments, device, lock, statistics, seconds}, LoadController(),
+    StressTestDialog dialog({services, arguments, device, lock, statistics, setup.seconds}, controller,
                             nullptr, nullptr, dimensions, 96.0F);
     QTimer timer;
     const auto start = Clock::now();
-    if (eachTenSeconds) {
-        QObject::connect(&timer, &QTimer::timeout, &dialog, [&] { eachTenSeconds(secondsSince(start)); });
+    if (setup.eachTenSeconds) {
+        QObject::connect(&timer, &QTimer::timeout, &dialog,
+                         [&] { setup.eachTenSeconds(secondsSince(start)); });
         timer.start(tenSeconds);
     }
     if (const int code = dialog.exec(); code != StressCode::TimeIsUp) {
