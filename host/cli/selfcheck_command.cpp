@@ -1,4 +1,5 @@
 #include "host/cli/commands.h"
+#include "host/core/facilities.h"
 #include "host/core/host_keys.h"
 #include "host/core/self_check.h"
 #include "host/core/value_text.h"
@@ -58,11 +59,17 @@ ExitCode selfCheckCommand(const CommandContext& context) {
     const auto started = std::chrono::steady_clock::now();
     const auto program = platform::programFile();
     const auto machines = selfCheckMachines(context.environment.programFolder);
+    const Facilities facilities{std::nullopt, context.environment.gui.hasDisplay()};
     std::size_t asRequired = 0;
     std::size_t otherwise = 0;
-    for (const auto& machine : machines) {
+    std::size_t leftOut = 0;
+    for (auto machine : machines) {
         if (context.environment.cancel != 0) {
             break;
+        }
+        leftOut += leaveOutLacking(machine, facilities);
+        if (machine.required.empty()) {
+            continue;
         }
         context.terminal.line(context.terminal.paint(machine.scenario, Style::Bold));
         context.terminal.paragraph(machine.description, 2, Style::Dim);
@@ -80,10 +87,13 @@ ExitCode selfCheckCommand(const CommandContext& context) {
                                otherwise > 0 ? Style::Bad
                                : complete    ? Style::Good
                                              : Style::Warning);
-    context.terminal.paragraph(fmt::format("{} {}, {} {}, {}", asRequired,
-                                           context.language.text(keys::countAsRequired), otherwise,
-                                           context.language.text(keys::countOtherwise),
-                                           describeDuration(std::chrono::steady_clock::now() - started)),
+    auto counts = fmt::format("{} {}, {} {}", asRequired, context.language.text(keys::countAsRequired),
+                              otherwise, context.language.text(keys::countOtherwise));
+    if (leftOut > 0) {
+        context.terminal.paragraph(context.language.text(keys::displayMissing), 0, Style::Warning);
+        counts += fmt::format(", {} {}", leftOut, context.language.text(keys::countNotRun));
+    }
+    context.terminal.paragraph(counts + ", " + describeDuration(std::chrono::steady_clock::now() - started),
                                0, Style::Dim);
     return otherwise > 0 ? ExitCode::CardFailed : complete ? ExitCode::AllPassed : ExitCode::NoVerdict;
 }

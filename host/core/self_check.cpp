@@ -122,6 +122,12 @@ std::vector<SelfCheckMachine> selfCheckMachines(const std::filesystem::path& pro
     return machines;
 }
 
+std::size_t leaveOutLacking(SelfCheckMachine& machine, const Facilities& facilities) {
+    return std::erase_if(machine.required, [&](const RequiredOutcome& outcome) {
+        return lackOf(outcome.test, facilities).has_value();
+    });
+}
+
 bool CheckedOutcome::asRequired() const {
     return result == required.result && std::ranges::equal(messages, required.messages, matches);
 }

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "host/core/facilities.h"
 #include "simulated/scenario/required_outcome.h"
 
+#include <cstddef>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -19,6 +21,9 @@ struct SelfCheckMachine {
 /// The built-in scenarios that require outcomes, in the order of their names. Throws `UsageError` for a
 /// scenario that cannot be read.
 [[nodiscard]] std::vector<SelfCheckMachine> selfCheckMachines(const std::filesystem::path& programFolder);
+
+/// Takes out of the required outcomes those of tests that lack something here, and returns how many.
+std::size_t leaveOutLacking(SelfCheckMachine& machine, const Facilities& facilities);
 
 /// What one test said of one card, beside what it had to say.
 struct CheckedOutcome {

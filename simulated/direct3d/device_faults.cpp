@@ -25,6 +25,12 @@ std::uint64_t textureBytes(const D3D11_TEXTURE2D_DESC& desc) {
 /// Such calls fail on a device that is gone.
 bool needsDevice(std::string_view call) { return call.starts_with("Create") || call == "Map"; }
 
+/// Such calls do nothing on a device that is gone. What is bound to it still changes: that is the runtime's.
+bool isWork(std::string_view call) {
+    return call.starts_with("Draw") || call.starts_with("Dispatch") || call.starts_with("Copy") ||
+           call == "ResolveSubresource" || (call.starts_with("Clear") && call != "ClearState");
+}
+
 } // namespace
 
 bool hasSurfaceShape(const D3D11_TEXTURE2D_DESC& desc) {
@@ -47,6 +53,12 @@ HRESULT DeviceFaults::admit(const char* call) {
         return removedReason_;
     }
     return failingCalls_.admit(call);
+}
+
+bool DeviceFaults::reachesCard(const char* call) {
+    const std::lock_guard lock(mutex_);
+    const bool refused = FAILED(removedReason_) && isWork(call);
+    return !refused && !failingCalls_.isLost(call);
 }
 
 void DeviceFaults::drawnIndexed() {

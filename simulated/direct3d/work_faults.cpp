@@ -145,8 +145,8 @@ void WorkFaults::drawnIndexed(ID3D11DeviceContext& real) {
     }
     for (const auto& fault : section_.faults) {
         const auto& place = fault.picture;
-        if (fault.kind != Kind::differingPixel || frameSeconds_ < place.from ||
-            frameSeconds_ >= place.until) {
+        if (fault.kind != Kind::differingPixel || period_ < place.fromPeriod ||
+            frameSeconds_ < place.from || frameSeconds_ >= place.until) {
             continue;
         }
         const auto target = boundTarget(real);
@@ -161,7 +161,9 @@ void WorkFaults::unmapping(ID3D11Resource& resource) {
     if (found != mappedConstants_.end()) {
         float constants[4];
         std::memcpy(constants, found->second, sizeof constants);
-        frameSeconds_ = static_cast<double>(constants[2]);
+        const auto seconds = static_cast<double>(constants[2]);
+        period_ += seconds < frameSeconds_ ? 1 : 0;
+        frameSeconds_ = seconds;
         drawingsOfFrame_ = 0;
         mappedConstants_.erase(found);
     }

@@ -44,6 +44,7 @@ private:
     std::map<ID3D11Resource*, std::vector<std::byte>> widened_;
     std::map<ID3D11Resource*, const void*> mappedConstants_;
     double frameSeconds_ = 0;
+    std::uint32_t period_ = 1; ///< of the animation's time
     std::uint32_t drawingsOfFrame_ = 0;
 };
 

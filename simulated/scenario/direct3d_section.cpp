@@ -131,6 +131,7 @@ Direct3DFault readDifferingPixel(FieldReader& reader) {
     if (reader.has("until")) {
         fault.picture.until = reader.real("until", fault.picture.from, mostSeconds);
     }
+    fault.picture.fromPeriod = static_cast<std::uint32_t>(reader.number("fromPeriod", 1, most32, 1));
     fault.picture.x = static_cast<std::uint32_t>(reader.number("x", 0, mostExtent - 1));
     fault.picture.y = static_cast<std::uint32_t>(reader.number("y", 0, mostExtent - 1));
     fault.mask = static_cast<std::uint8_t>(reader.number("mask", 1, 255, 1));

@@ -36,6 +36,7 @@ struct PictureFault {
     double until = std::numeric_limits<double>::infinity();
     std::uint32_t x = 0;
     std::uint32_t y = 0;
+    std::uint32_t fromPeriod = 1; ///< a period begins whenever the time of the animation starts anew
 };
 
 /// What goes wrong on a card's Direct3D device. Surfaces and calls are counted from 1, on each new device

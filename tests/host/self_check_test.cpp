@@ -2,12 +2,14 @@
 #include "host/core/exit_code.h"
 #include "host/core/self_check.h"
 #include "host/platform/process.h"
+#include "module/video_card/catalogue.h"
 #include "support/test_folder.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <fstream>
+#include <map>
 #include <set>
 
 namespace vexil::host {
@@ -52,9 +54,35 @@ TEST(SelfCheck, BreaksACardForEveryTestThatCanFail) {
             }
         }
     }
-    for (const std::int32_t test : {1, 3, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20}) {
+    // The wireframe stress test judges the card's health alone, and the thermal tool nothing.
+    for (const std::int32_t test : {1, 3, 4, 5, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20}) {
         EXPECT_TRUE(broken.contains(test)) << "no scenario shows test " << test << " finding a fault";
     }
+}
+
+TEST(SelfCheck, HasEveryTestPassOnAHealthyCardAndEndOtherwiseOnABrokenOne) {
+    std::map<std::int32_t, std::set<std::uint8_t>> results;
+    for (const auto& machine : selfCheckMachines(platform::programFolder())) {
+        for (const auto& required : machine.required) {
+            if (required.result != core::TestResult::Passed || machine.scenario == "healthy") {
+                results[required.test].insert(required.result);
+            }
+        }
+    }
+    for (const auto& row : module::video_card::catalogue) {
+        EXPECT_TRUE(results[row.id].contains(core::TestResult::Passed)) << row.id;
+        EXPECT_GT(results[row.id].size(), 1U) << row.id;
+    }
+}
+
+TEST(SelfCheck, LeavesOutWhatHasNoDisplayToBeSeenOnAndNothingElse) {
+    SelfCheckMachine machine{"healthy", "", {{1, 1, {}, {}}, {5, 1, {}, {}}, {21, 1, {}, {}}}};
+    EXPECT_EQ(leaveOutLacking(machine, {std::nullopt, true}), 0U);
+    EXPECT_EQ(machine.required.size(), 3U);
+    EXPECT_EQ(leaveOutLacking(machine, {std::nullopt, false}), 1U);
+    ASSERT_EQ(machine.required.size(), 2U);
+    EXPECT_EQ(machine.required[0].test, 1);
+    EXPECT_EQ(machine.required[1].test, 21);
 }
 
 TEST(SelfCheck, NamesAScenarioThatCannotBeRead) {

@@ -47,6 +47,7 @@ struct StressRun {
     std::vector<std::string> messages;
     std::vector<int> progress;
     int exitCode = 0;
+    double seconds = 0;
 };
 
 /// The test of that id for so many minutes, with further options.
@@ -65,6 +66,7 @@ inline StressRun runStress(const std::string& machine, const std::string& test, 
     EXPECT_EQ(report["runs"].size(), 1U) << end.out << end.err;
     for (const auto& entry : report["runs"]) {
         run.result = entry["result"];
+        run.seconds = entry["durationSeconds"];
         run.progress = entry["progress"].get<std::vector<int>>();
         for (const auto& message : entry["messages"]) {
             EXPECT_EQ(message["kind"], 0);

@@ -4,6 +4,9 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <iterator>
+
 // The stress test the whole way: its window on a display of its own.
 namespace vexil::host::tests {
 namespace {
@@ -57,6 +60,19 @@ TEST_F(StressWindowOnAMachine, ThatIsInfiniteEndsWithThePixelThatDiffersAtAPerio
     EXPECT_EQ(run.result, 3);
     EXPECT_THAT(run.messages, Contains("[VIDEO_CARD_BURN_IN_TEMPERATURE](61)"));
     EXPECT_THAT(run.messages, testing::Not(Contains(testing::StartsWith("MINIMUM"))));
+}
+
+TEST_F(StressWindowOnAMachine, ThatIsInfiniteGoesOnOverItsPeriodsUntilOneEndsWithADifference) {
+    const Json passing = {{"kind", "differingPixel"}, {"until", 0.5}, {"x", 399}, {"y", 399}};
+    const Json staying = {{"kind", "differingPixel"}, {"fromPeriod", 3}, {"x", 200}, {"y", 200}};
+    const auto run = runStress(OneCard(Json::array({passing, staying}), workingSensors).machine(), "5",
+                               "0.04", {"--set", "BURN_IN=TRUE", "--set", "INFINITE=TRUE"});
+    EXPECT_EQ(run.result, 3);
+    EXPECT_GE(run.seconds, 3 * 2.0) << "the first two periods of two seconds ended with equal pictures";
+    const auto lines = std::ranges::count(run.messages, "[VIDEO_CARD_BURN_IN_TEMPERATURE](61)");
+    EXPECT_GE(lines, 1);
+    EXPECT_LE(lines, 4) << "after a restart they pause until the clock has caught up, as it stands";
+    EXPECT_EQ(lines, std::ssize(run.messages)) << "no result lines";
 }
 
 TEST_F(StressWindowOnAMachine, ThatCannotBeBuiltSaysNothing) {

@@ -14,6 +14,7 @@
 #include <span>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 // What the tests ask of a folder of shader sources with their bytecode beside them.
@@ -42,7 +43,21 @@ inline std::vector<std::filesystem::path> shaderSources(const std::filesystem::p
     return shaderFiles(folder, {".hlsl", ".dxasm"});
 }
 
-/// The hashes beside each bytecode, in a list as sha256sum writes it, are those of source and bytecode.
+/// The files beside it that a source includes.
+inline std::vector<std::string> includedFiles(const std::string& source) {
+    static constexpr std::string_view directive = "#include \"";
+    std::vector<std::string> files;
+    std::istringstream lines(source);
+    for (std::string line; std::getline(lines, line);) {
+        if (line.starts_with(directive)) {
+            files.push_back(line.substr(directive.size(), line.rfind('"') - directive.size()));
+        }
+    }
+    return files;
+}
+
+/// The hashes beside each bytecode, in a list as sha256sum writes it, are those of the source, of what it
+/// includes and of the bytecode.
 inline void expectBytecodeOfItsSources(const std::filesystem::path& folder) {
     const auto sources = shaderSources(folder);
     ASSERT_FALSE(sources.empty());
@@ -53,8 +68,10 @@ inline void expectBytecodeOfItsSources(const std::filesystem::path& folder) {
         for (std::string hash, file; lines >> hash >> file;) {
             hashes[file] = hash;
         }
-        EXPECT_EQ(hashes.size(), 2U) << name;
-        for (const auto& file : {source.string(), name + ".dxbc"}) {
+        auto files = includedFiles(readShaderFile(folder / source));
+        files.insert(files.end(), {source.string(), name + ".dxbc"});
+        EXPECT_EQ(hashes.size(), files.size()) << name;
+        for (const auto& file : files) {
             ASSERT_TRUE(hashes.contains(file)) << file;
             const auto content = readShaderFile(folder / file);
             EXPECT_EQ(hashes.at(file), sha256(std::as_bytes(std::span(content))))

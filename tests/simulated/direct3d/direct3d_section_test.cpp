@@ -72,7 +72,10 @@ TEST(Direct3DSection, ReadsTheFaultsOfTheStressTests) {
     EXPECT_EQ(pixel.picture.until, 4);
     EXPECT_EQ(pixel.picture.x, 10U);
     EXPECT_EQ(pixel.picture.y, 20U);
+    EXPECT_EQ(pixel.picture.fromPeriod, 1U);
     EXPECT_EQ(pixel.mask, 0x80);
+    const auto late = readFault(R"({"kind": "differingPixel", "fromPeriod": 3, "x": 0, "y": 0})");
+    EXPECT_EQ(late.picture.fromPeriod, 3U);
     const auto always = readFault(R"({"kind": "differingPixel", "x": 0, "y": 0})");
     EXPECT_EQ(always.picture.from, 0);
     EXPECT_EQ(always.picture.until, std::numeric_limits<double>::infinity());

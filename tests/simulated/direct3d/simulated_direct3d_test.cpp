@@ -236,6 +236,22 @@ TEST_F(SimulatedDirect3D, LosesTheDeviceWhenTheTurnOfTheSurfaceComes) {
     EXPECT_EQ(device_->GetDeviceRemovedReason(), S_OK) << "the next device is a new one";
 }
 
+TEST_F(SimulatedDirect3D, TakesNoMoreWorkWhenTheDeviceIsGone) {
+    const auto log = std::make_shared<CallLog>();
+    use(sectionWith({Direct3DFault::Kind::removedInDrawing, 2, "", 0, 0, 0x887A0005}), log);
+    static_cast<void>(log->take());
+    for (int drawing = 0; drawing < 3; ++drawing) {
+        context_->DrawIndexed(0, 0, 0);
+    }
+    context_->Draw(0, 0);
+    context_->CopyResource(nullptr, nullptr);
+    context_->OMSetRenderTargets(0, nullptr, nullptr);
+    context_->ClearState();
+    EXPECT_EQ(log->take(), (std::vector<std::string>{"DrawIndexed(0, 0, 0)", "DrawIndexed(0, 0, 0)",
+                                                     "OMSetRenderTargets(0, null, null)", "ClearState()"}))
+        << "what is bound is let go of all the same";
+}
+
 TEST_F(SimulatedDirect3D, FailsACallFromItsNumberOn) {
     use(sectionWith({Direct3DFault::Kind::failingCall, 2, "CreateTexture2D", 0, 0, 0x80004005}));
     ComShared<ID3D11Texture2D> texture;

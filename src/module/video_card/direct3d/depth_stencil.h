@@ -1,5 +1,7 @@
 #pragma once
 
+#include "module/video_card/direct3d/com_shared.h"
+
 #include <d3d11.h>
 
 // The depth and stencil set-up that the renderers of the module share.
@@ -31,5 +33,16 @@ inline constexpr UINT stencilReference = 1;
     description.ViewDimension = D3D11_DSV_DIMENSION_TEXTURE2DMS;
     return description;
 }
+
+/// Texture, state and view, in this order; the state is bound as soon as it is made. `texture` describes the
+/// first of them. The result is that of the first call that fails.
+struct DepthTarget {
+    ComShared<ID3D11Texture2D>& texture;
+    ComShared<ID3D11DepthStencilState>& state;
+    ComShared<ID3D11DepthStencilView>& view;
+};
+[[nodiscard]] HRESULT createDepthTarget(ID3D11Device& device, ID3D11DeviceContext& context,
+                                        const D3D11_TEXTURE2D_DESC& texture,
+                                        const D3D11_DEPTH_STENCIL_DESC& state, const DepthTarget& target);
 
 } // namespace vexil::module::video_card

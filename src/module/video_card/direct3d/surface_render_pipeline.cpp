@@ -70,19 +70,7 @@ HRESULT SurfaceRenderPipeline::createVertexBuffer(ID3D11Device& device) {
 HRESULT SurfaceRenderPipeline::createDepth(ID3D11Device& device, ID3D11DeviceContext& context) {
     static constexpr auto texture = textureDescription(depthFormat, D3D11_BIND_DEPTH_STENCIL);
     static constexpr auto state = depthStencilDescription();
-    static constexpr auto view = depthViewDescription();
-
-    HRESULT result = createTexture(device, texture, nullptr, depthTexture);
-    if (FAILED(result)) {
-        return result;
-    }
-    result = createCom(depthState, [&](auto out) { return device.CreateDepthStencilState(&state, out); });
-    if (FAILED(result)) {
-        return result;
-    }
-    context.OMSetDepthStencilState(depthState.get(), stencilReference);
-    return createCom(depthView,
-                     [&](auto out) { return device.CreateDepthStencilView(depthTexture.get(), &view, out); });
+    return createDepthTarget(device, context, texture, state, {depthTexture, depthState, depthView});
 }
 
 HRESULT SurfaceRenderPipeline::createIndexBuffer(ID3D11Device& device) {

@@ -140,6 +140,22 @@ TEST_F(StressWindow, TranslatesTheLabelsOfTheOverlay) {
     EXPECT_EQ(script_.labels.temperature, L"<GPU_STRESS_TEST_INFO_TEMPERATURE>");
 }
 
+TEST_F(StressWindow, PostsItselfTheEvent1000OnceItsNativeWindowIsThere) {
+    class Listening final : public QObject {
+    public:
+        bool eventFilter(QObject*, QEvent* event) override {
+            count += event->type() == static_cast<QEvent::Type>(1000) ? 1 : 0;
+            return false;
+        }
+        int count = 0;
+    };
+    Listening filter;
+    dialog_.emplace(run(), module::video_card::LoadController(), nullptr, &filter, dimensions_, 96.0F);
+    EXPECT_EQ(filter.count, 0) << "it is posted, not sent";
+    QCoreApplication::processEvents();
+    EXPECT_EQ(filter.count, 1);
+}
+
 TEST_F(StressWindow, IsOnItsWayWithTheCode3) { EXPECT_EQ(build().result(), 3); }
 
 TEST_F(StressWindow, IsNotBuiltWithoutADirect3DDevice) {

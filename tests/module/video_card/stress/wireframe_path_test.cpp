@@ -1,5 +1,7 @@
 #include "stress_test_under_test.h"
 
+#include "module/video_card/stress/wireframe_stress_test_wrapper.h"
+
 #include "core/test_result.h"
 
 #include <gmock/gmock.h>
@@ -24,6 +26,15 @@ using testing::IsEmpty;
 const std::string failedOperation = "report 0 A_VIDEO_CARD_COULD_NOT_EXECUTE_OPERATION";
 const std::string systemEvent =
     "report 0 TEST_ABORTED_BECAUSE_A_SYSTEM_EVENT_THAT_COULD_COMPROMISE_THE_OUTCOME_HAS_HAPPENED";
+
+TEST(WireframeStressTestWrapper, CallsItsFunctionAndReturns0) {
+    int calls = 0;
+    std::function<void()> work = [&calls] { ++calls; };
+    module::video_card::WireframeStressTestWrapper wrapper(work);
+    AbstractWidgetWrapper& widget = wrapper;
+    EXPECT_EQ(widget.showWidget(nullptr, nullptr, 96), 0U);
+    EXPECT_EQ(calls, 1);
+}
 
 class WireframePath : public testing::Test {
 protected:

@@ -2,7 +2,6 @@
 
 #include "module/video_card/direct3d/com_create.h"
 #include "module/video_card/direct3d/depth_stencil.h"
-#include "module/video_card/direct3d/mapped_subresource.h"
 #include "module/video_card/stress/rendering/d2d_renderer.h"
 #include "module/video_card/stress/rendering/render_resources.h"
 
@@ -98,32 +97,18 @@ void D3D11AnimationRenderer::createTextures() {
 }
 
 void D3D11AnimationRenderer::createDepth() {
-    static constexpr const char* failure = "Failed to create depth buffer";
-    static constexpr auto view = depthViewDescription();
-    auto& device = *dx11_.device;
     auto description = plainTexture(width_, height_, depthFormat, D3D11_BIND_DEPTH_STENCIL);
     description.SampleDesc.Quality = standardSamplePattern;
-    orThrow(createTexture(device, description, nullptr, depthTexture_), failure);
     auto state = depthStencilDescription();
     state.DepthEnable = FALSE;
-    orThrow(createCom(depthState_, [&](auto out) { return device.CreateDepthStencilState(&state, out); }),
-            failure);
-    dx11_.context->OMSetDepthStencilState(depthState_.get(), stencilReference);
-    orThrow(
-        createCom(depthView_,
-                  [&](auto out) { return device.CreateDepthStencilView(depthTexture_.get(), &view, out); }),
-        failure);
+    orThrow(createDepthTarget(*dx11_.device, *dx11_.context, description, state,
+                              {depthTexture_, depthState_, depthView_}),
+            "Failed to create depth buffer");
 }
 
 void D3D11AnimationRenderer::createRasterizerState() {
-    D3D11_RASTERIZER_DESC description{};
-    description.FillMode = D3D11_FILL_SOLID;
-    description.CullMode = D3D11_CULL_BACK;
-    description.DepthClipEnable = TRUE;
-    orThrow(createCom(rasterizerState_,
-                      [&](auto out) { return dx11_.device->CreateRasterizerState(&description, out); }),
+    orThrow(createRasterizer(*dx11_.device, *dx11_.context, D3D11_FILL_SOLID, false, rasterizerState_),
             "Failed to create rasterizer state");
-    dx11_.context->RSSetState(rasterizerState_.get());
 }
 
 void D3D11AnimationRenderer::createConstantBuffers() {
@@ -220,14 +205,7 @@ HRESULT D3D11AnimationRenderer::draw(const RenderObject& object) {
 }
 
 bool D3D11AnimationRenderer::readBack(ImageReadBack& out) {
-    out = {};
-    dx11_.context->CopyResource(stagingTexture_.get(), compareTexture_.get());
-    auto mapped = mapSubresource(dx11_.context, stagingTexture_, 0, D3D11_MAP_READ);
-    if (mapped->pData == nullptr) {
-        return false;
-    }
-    out = {std::move(mapped), std::uint64_t{width_} * height_ * renderPixelBytes, width_, height_};
-    return true;
+    return readBackPicture(dx11_.context, *compareTexture_, stagingTexture_, out);
 }
 
 float D3D11AnimationRenderer::framesPerSecond() { return rateSince(startNanoseconds_, frameCount_); }

@@ -2,7 +2,6 @@
 
 #include "module/video_card/direct3d/com_create.h"
 #include "module/video_card/direct3d/depth_stencil.h"
-#include "module/video_card/direct3d/mapped_subresource.h"
 #include "module/video_card/stress/rendering/render_resources.h"
 #include "utils/mersenne_twister.h"
 
@@ -52,31 +51,17 @@ void D3D11OffscreenRenderer::createTargets() {
 }
 
 void D3D11OffscreenRenderer::createDepth() {
-    static constexpr const char* failure = "Failed to create depth buffer";
     static constexpr auto state = depthStencilDescription();
-    static constexpr auto view = depthViewDescription();
-    auto& device = *dx11_.device;
     const auto description = plainTexture(width_, height_, depthFormat, D3D11_BIND_DEPTH_STENCIL);
-    orThrow(createTexture(device, description, nullptr, depthTexture_), failure);
-    orThrow(createCom(depthState_, [&](auto out) { return device.CreateDepthStencilState(&state, out); }),
-            failure);
-    dx11_.context->OMSetDepthStencilState(depthState_.get(), stencilReference);
-    orThrow(
-        createCom(depthView_,
-                  [&](auto out) { return device.CreateDepthStencilView(depthTexture_.get(), &view, out); }),
-        failure);
+    orThrow(createDepthTarget(*dx11_.device, *dx11_.context, description, state,
+                              {depthTexture_, depthState_, depthView_}),
+            "Failed to create depth buffer");
 }
 
 void D3D11OffscreenRenderer::createRasterizerState() {
-    D3D11_RASTERIZER_DESC description{};
-    description.FillMode = wireframe_ ? D3D11_FILL_WIREFRAME : D3D11_FILL_SOLID;
-    description.CullMode = D3D11_CULL_BACK;
-    description.FrontCounterClockwise = TRUE;
-    description.DepthClipEnable = TRUE;
-    orThrow(createCom(rasterizerState_,
-                      [&](auto out) { return dx11_.device->CreateRasterizerState(&description, out); }),
+    const auto fill = wireframe_ ? D3D11_FILL_WIREFRAME : D3D11_FILL_SOLID;
+    orThrow(createRasterizer(*dx11_.device, *dx11_.context, fill, true, rasterizerState_),
             "Failed to create rasterizer state");
-    dx11_.context->RSSetState(rasterizerState_.get());
 }
 
 void D3D11OffscreenRenderer::createMatrices() {
@@ -193,14 +178,7 @@ HRESULT D3D11OffscreenRenderer::drawScene(const OffscreenTarget& target, float a
 }
 
 bool D3D11OffscreenRenderer::readBack(ImageReadBack& out) {
-    out = {};
-    dx11_.context->CopyResource(stagingTexture_.get(), targets_[previousIndex()].texture.get());
-    auto mapped = mapSubresource(dx11_.context, stagingTexture_, 0, D3D11_MAP_READ);
-    if (mapped->pData == nullptr) {
-        return false;
-    }
-    out = {std::move(mapped), std::uint64_t{width_} * height_ * renderPixelBytes, width_, height_};
-    return true;
+    return readBackPicture(dx11_.context, *targets_[previousIndex()].texture, stagingTexture_, out);
 }
 
 float D3D11OffscreenRenderer::framesPerSecond() { return rateSince(startNanoseconds_, frames_); }

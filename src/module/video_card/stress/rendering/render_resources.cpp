@@ -1,10 +1,12 @@
 #include "module/video_card/stress/rendering/render_resources.h"
 
 #include "module/video_card/direct3d/com_create.h"
+#include "module/video_card/direct3d/mapped_subresource.h"
 
 #include <chrono>
 #include <limits>
 #include <stdexcept>
+#include <utility>
 
 namespace vexil::module::video_card {
 
@@ -32,6 +34,21 @@ HRESULT createConstantBuffer(ID3D11Device& device, std::span<const std::byte> co
     return createCom(buffer, [&](auto out) { return device.CreateBuffer(&description, &data, out); });
 }
 
+HRESULT createRasterizer(ID3D11Device& device, ID3D11DeviceContext& context, D3D11_FILL_MODE fill,
+                         bool frontCounterClockwise, ComShared<ID3D11RasterizerState>& state) {
+    D3D11_RASTERIZER_DESC description{};
+    description.FillMode = fill;
+    description.CullMode = D3D11_CULL_BACK;
+    description.FrontCounterClockwise = frontCounterClockwise ? TRUE : FALSE;
+    description.DepthClipEnable = TRUE;
+    const HRESULT result =
+        createCom(state, [&](auto out) { return device.CreateRasterizerState(&description, out); });
+    if (SUCCEEDED(result)) {
+        context.RSSetState(state.get());
+    }
+    return result;
+}
+
 HRESULT createShaders(ID3D11Device& device, std::span<const std::byte> vertexCode,
                       std::span<const std::byte> pixelCode,
                       std::span<const D3D11_INPUT_ELEMENT_DESC> elements, RenderObject& object) {
@@ -44,6 +61,20 @@ HRESULT createShaders(ID3D11Device& device, std::span<const std::byte> vertexCod
         return invalidHandle;
     }
     return createInputLayout(device, elements, vertexCode, object.inputLayout);
+}
+
+bool readBackPicture(const ComShared<ID3D11DeviceContext>& context, ID3D11Texture2D& picture,
+                     const ComShared<ID3D11Texture2D>& staging, ImageReadBack& out) {
+    out = {};
+    context->CopyResource(staging.get(), &picture);
+    auto mapped = mapSubresource(context, staging, 0, D3D11_MAP_READ);
+    if (mapped->pData == nullptr) {
+        return false;
+    }
+    const auto description = descriptionOf(picture);
+    out = {std::move(mapped), std::uint64_t{description.Width} * description.Height * renderPixelBytes,
+           description.Width, description.Height};
+    return true;
 }
 
 void setWholeViewport(ID3D11DeviceContext& context, std::uint32_t width, std::uint32_t height) {

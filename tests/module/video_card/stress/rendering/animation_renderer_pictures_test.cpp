@@ -49,6 +49,18 @@ TEST(AnimationComparison, IsZeroOverAThousandFramesOfAHealthyCard) {
     }
 }
 
+TEST(AnimationComparison, SeesADifferenceOfALaterPeriodOnly) {
+    Fault fault{Kind::differingPixel, 1, "", 0, 0x80, 0, {}, {}};
+    fault.picture.fromPeriod = 2;
+    WindowUnderTest window(extent, extent, {fault});
+    window.createWholeRenderer();
+    ASSERT_TRUE(window.renderer->render(1));
+    ASSERT_TRUE(window.renderer->render(2));
+    EXPECT_EQ(std::ranges::count(window.comparison(), 0U), extent * extent);
+    ASSERT_TRUE(window.renderer->render(0));
+    EXPECT_EQ(std::ranges::count(window.comparison(), 0U), extent * extent - 1);
+}
+
 TEST(AnimationComparison, HoldsTheBackBuffersColorWhereAPixelDiffers) {
     Fault fault{Kind::differingPixel, 1, "", 0, 0x80, 0, {}, {}};
     fault.picture = {2, 3, 40, 17};

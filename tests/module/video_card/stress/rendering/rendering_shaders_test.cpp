@@ -4,6 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstddef>
+#include <span>
+#include <vector>
+
 namespace vexil::tests {
 namespace {
 
@@ -12,6 +17,19 @@ using namespace module::video_card;
 TEST(RenderingShaders, BelongToTheSourcesBesideThem) { expectBytecodeOfItsSources(VEXIL_TEST_DATA); }
 
 TEST(RenderingShaders, HaveOneSourceEach) { expectOneSourceForEachBytecode(VEXIL_TEST_DATA); }
+
+/// Whether these numbers stand behind each other in a compiled shader.
+bool holds(std::span<const std::byte> bytecode, const std::vector<float>& numbers) {
+    return !std::ranges::search(bytecode, std::as_bytes(std::span(numbers))).empty();
+}
+
+TEST(LandscapeShader, FadesIntoItsFogAndIsRaisedToItsPower) {
+    const std::span<const std::byte> shader = shaders::landscapePixelShader;
+    EXPECT_TRUE(holds(shader, {0.01F, 0.1F, 0.2F})) << "the fog's colour";
+    EXPECT_TRUE(holds(shader, {-4.32808e-05F})) << "by the cube of the distance";
+    EXPECT_TRUE(holds(shader, {0.7F, 0.7F, 0.7F})) << "the power of the three channels";
+    EXPECT_FALSE(holds(shader, {0.01F, 0.1F, 0.3F}));
+}
 
 TEST(RenderingShaders, StandInTheProgramAsTheyAreInTheTree) {
     expectEmbedded(VEXIL_TEST_DATA, {{"sphere.vs.dxbc", shaders::sphereVertexShader},

@@ -1,5 +1,6 @@
 #include "module/video_card/stress/rendering/sphere_objects.h"
 
+#include "simulated/direct3d/device_proxy.h"
 #include "support/card_under_test.h"
 
 #include <gmock/gmock.h>
@@ -76,6 +77,34 @@ TEST(Sphere, IsMadeByTheseCalls) {
                             simulated::contentMark(std::as_bytes(std::span(vertices))) + ") = buffer#1");
     EXPECT_EQ(calls[4], "CreateBuffer({96, 0, 2, 0, 0, 0}, " +
                             simulated::contentMark(std::as_bytes(std::span(indices))) + ") = buffer#2");
+}
+
+/// A driver that says it has made a shader, and hands out none.
+class DeviceWithoutShaders final : public simulated::DeviceProxy {
+public:
+    using DeviceProxy::DeviceProxy;
+
+    HRESULT STDMETHODCALLTYPE CreatePixelShader(const void*, SIZE_T, ID3D11ClassLinkage*,
+                                                ID3D11PixelShader** shader) override {
+        *shader = nullptr;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
+        return real()->QueryInterface(id, object);
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return 1; }
+    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+};
+
+TEST(Sphere, IsNotMadeOfAShaderThatCameBackNull) {
+    CardUnderTest card;
+    auto dx11 = card.device->dx11Context();
+    DeviceWithoutShaders device(dx11.device.get());
+    const auto real = dx11.device;
+    dx11.device = {real, &device};
+    const auto sphere = createSphereObjects(3, dx11);
+    EXPECT_THAT(sphere.value, IsEmpty());
+    EXPECT_EQ(sphere.result, static_cast<HRESULT>(0x80070006));
 }
 
 class SphereFailure : public testing::TestWithParam<std::pair<const char*, std::uint32_t>> {};
