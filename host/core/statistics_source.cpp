@@ -1,11 +1,11 @@
 #include "host/core/statistics_source.h"
 
+#include "core/message_keys.h"
 #include "core/sal.h"
 #include "module/video_card/adapter_list.h"
 #include "module/video_card/device.h"
 #include "module/video_card/device_identity.h"
 #include "module/video_card/machine.h"
-#include "module/video_card/message_keys.h"
 
 #include <algorithm>
 
@@ -24,7 +24,7 @@ std::vector<video_card::AdapterRecord> adaptersOf(video_card::Machine& machine) 
 
 std::string udiOf(const video_card::AdapterRecord& adapter, video_card::Machine& machine) {
     const auto rows = video_card::identify(adapter, machine.strings(), machine.numbers()).rows;
-    const auto row = std::ranges::find(rows, video_card::keys::udi, &core::KeyValue::first);
+    const auto row = std::ranges::find(rows, vexil::keys::udi, &core::KeyValue::first);
     return row == rows.end() ? std::string() : row->second;
 }
 

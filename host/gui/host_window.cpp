@@ -1,8 +1,8 @@
 #include "host/gui/host_window.h"
 
+#include "core/message_keys.h"
 #include "host/core/host_keys.h"
 #include "host/core/language.h"
-#include "module/video_card/message_keys.h"
 
 #include <QVBoxLayout>
 
@@ -23,7 +23,7 @@ QString textOf(const Language& language, const std::string& key) {
 
 HostWindow::HostWindow(const Language& language) : test_(new QLabel(this)) {
     setAccessibleName(accessibleNameOfTheHost);
-    setWindowTitle(textOf(language, module::video_card::keys::applicationName));
+    setWindowTitle(textOf(language, vexil::keys::applicationName));
     auto* hint = new QLabel(textOf(language, keys::testRuns), this);
     hint->setWordWrap(true);
     test_->setWordWrap(true);

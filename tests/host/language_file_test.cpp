@@ -25,7 +25,7 @@ constexpr std::array parameterKeys = {
 /// Every text constant of the module's header of keys, read from the header itself: a new one is not
 /// forgotten.
 std::set<std::string> keysOfTheHeader() {
-    std::ifstream stream(VEXIL_SOURCE_DIR "/src/module/video_card/message_keys.h");
+    std::ifstream stream(VEXIL_SOURCE_DIR "/src/core/message_keys.h");
     std::stringstream text;
     text << stream.rdbuf();
     const auto header = text.str();

@@ -1,8 +1,8 @@
 #include "module/video_card/device.h"
 
+#include "core/message_keys.h"
 #include "module/video_card/cuda/driver_gate.h"
 #include "module/video_card/device_identity.h"
-#include "module/video_card/message_keys.h"
 #include "module/video_card/vocabulary.h"
 
 #include <algorithm>

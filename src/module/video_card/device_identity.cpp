@@ -1,8 +1,8 @@
 #include "module/video_card/device_identity.h"
 
+#include "core/message_keys.h"
 #include "core/sal.h"
 #include "module/video_card/adapter_record.h"
-#include "module/video_card/message_keys.h"
 #include "module/video_card/vocabulary.h"
 
 #include <optional>

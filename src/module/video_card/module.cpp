@@ -1,8 +1,8 @@
 #include "module/video_card/module.h"
 
+#include "core/message_keys.h"
 #include "module/video_card/catalogue.h"
 #include "module/video_card/device_scanner.h"
-#include "module/video_card/message_keys.h"
 #include "module/video_card/test_creation.h"
 #include "module/video_card/video_card_dispatcher.h"
 #include "platform/thread_affinity.h"

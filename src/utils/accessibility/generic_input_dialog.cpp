@@ -1,5 +1,6 @@
 #include "utils/accessibility/generic_input_dialog.h"
 
+#include "core/message_keys.h"
 #include "utils/accessibility/desktop_probes.h"
 #include "utils/accessibility/dialog_environment.h"
 #include "utils/accessibility/dpi.h"
@@ -31,15 +32,15 @@ struct AnswerButton {
     std::uint32_t answer;
     std::uint32_t type; ///< of the request that shows it
     const char* objectName;
-    const char* key;
+    const std::string* key;
 };
 
 constexpr std::array answerButtons = {
-    AnswerButton{0, 1, 0, "generic_input_button_ok", "OK"},
-    AnswerButton{0, 1, 1, "generic_input_button_ok", "OK"},
-    AnswerButton{1, 2, 1, "generic_input_button_cancel", "CANCEL"},
-    AnswerButton{2, 3, 2, "generic_input_button_yes", "YES"},
-    AnswerButton{3, 4, 2, "generic_input_button_no", "NO"},
+    AnswerButton{0, 1, 0, "generic_input_button_ok", &keys::ok},
+    AnswerButton{0, 1, 1, "generic_input_button_ok", &keys::ok},
+    AnswerButton{1, 2, 1, "generic_input_button_cancel", &keys::cancel},
+    AnswerButton{2, 3, 2, "generic_input_button_yes", &keys::yes},
+    AnswerButton{3, 4, 2, "generic_input_button_no", &keys::no},
 };
 
 /// By the request's kind.
@@ -107,7 +108,7 @@ void GenericInputDialog::setTexts() {
     const QString title = translate(context_, request_->title);
     const QString message = translate(context_, request_->text);
     form_.setTexts(title, message);
-    form_.headerClose->setAccessibleName(translate(context_, "CLOSE_POP_UP"));
+    form_.headerClose->setAccessibleName(translate(context_, keys::closePopUp));
     setWindowTitle(title);
     setAccessibleName(title);
     setAccessibleDescription(message);
@@ -116,7 +117,7 @@ void GenericInputDialog::setTexts() {
 void GenericInputDialog::addButtons() {
     for (const auto& row : answerButtons) {
         if (row.type == request_->type) {
-            QPushButton* button = form_.addButton(row.objectName, translate(context_, row.key));
+            QPushButton* button = form_.addButton(row.objectName, translate(context_, *row.key));
             group_.addButton(button, row.id);
             focusableButtons_.push_back(button);
         }

@@ -1,5 +1,6 @@
 #include "utils/interaction/request_input.h"
 
+#include "core/message_keys.h"
 #include "utils/interaction/gui_custom_input_interaction.h"
 #include "utils/interaction/gui_dialog_input_interaction.h"
 
@@ -10,8 +11,6 @@ namespace vexil::utils {
 
 namespace {
 
-/// The context that the module's keys are translated in.
-constexpr const char* translationContext = "VIDEO_CARD";
 /// The type of a request whose widget draws the whole interaction.
 constexpr std::uint32_t customType = 3;
 
@@ -35,7 +34,7 @@ private:
 void requestInput(InputRequest& request, core::TestReporter& reporter) {
     std::unique_ptr<core::InputInteraction> interaction;
     if (request.widget == nullptr || request.type != customType) {
-        interaction = std::make_unique<GuiDialogInputInteraction>(translationContext, request, false, true);
+        interaction = std::make_unique<GuiDialogInputInteraction>(keys::moduleName, request, false, true);
         reporter.interact(interaction);
         return;
     }

@@ -1,6 +1,6 @@
+#include "core/message_keys.h"
 #include "module/video_card/device.h"
 #include "module/video_card/device_identity.h"
-#include "module/video_card/message_keys.h"
 #include "support/grouping_locale.h"
 #include "text_handlers.h"
 

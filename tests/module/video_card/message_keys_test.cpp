@@ -1,4 +1,4 @@
-#include "module/video_card/message_keys.h"
+#include "core/message_keys.h"
 #include "module/video_card/vocabulary.h"
 
 #include <gtest/gtest.h>

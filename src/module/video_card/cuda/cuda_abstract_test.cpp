@@ -1,11 +1,11 @@
 #include "module/video_card/cuda/cuda_abstract_test.h"
 
+#include "core/message_keys.h"
 #include "module/video_card/catalogue.h"
 #include "module/video_card/cuda/cuda_runtime.h"
 #include "module/video_card/cuda/cuda_support.h"
 #include "module/video_card/cuda/driver_gate.h"
 #include "module/video_card/device.h"
-#include "module/video_card/message_keys.h"
 
 namespace vexil::module::video_card {
 

@@ -1,10 +1,10 @@
 #include "module/video_card/cuda/cuda_math_operations.h"
 
+#include "core/message_keys.h"
 #include "core/test_result.h"
 #include "module/video_card/cuda/cuda_runtime.h"
 #include "module/video_card/cuda/cuda_support.h"
 #include "module/video_card/cuda/math_kernels.h"
-#include "module/video_card/message_keys.h"
 
 #include <bit>
 #include <cmath>

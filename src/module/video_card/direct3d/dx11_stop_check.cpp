@@ -1,6 +1,6 @@
 #include "module/video_card/direct3d/dx11_stop_check.h"
 
-#include "module/video_card/message_keys.h"
+#include "core/message_keys.h"
 
 namespace vexil::module::video_card {
 

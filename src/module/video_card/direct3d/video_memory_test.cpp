@@ -1,5 +1,6 @@
 #include "module/video_card/direct3d/video_memory_test.h"
 
+#include "core/message_keys.h"
 #include "module/video_card/catalogue.h"
 #include "module/video_card/direct3d/adapter_memory.h"
 #include "module/video_card/direct3d/dx11_reset_guard.h"
@@ -7,7 +8,6 @@
 #include "module/video_card/direct3d/surface_list.h"
 #include "module/video_card/direct3d/surface_read_back.h"
 #include "module/video_card/direct3d/surface_render_pipeline.h"
-#include "module/video_card/message_keys.h"
 #include "module/video_card/vocabulary.h"
 #include "utils/mersenne_twister.h"
 

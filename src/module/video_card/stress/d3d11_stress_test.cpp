@@ -1,12 +1,12 @@
 #include "module/video_card/stress/d3d11_stress_test.h"
 
+#include "core/message_keys.h"
 #include "core/sal.h"
 #include "core/test_result.h"
 #include "module/video_card/catalogue.h"
 #include "module/video_card/device.h"
 #include "module/video_card/direct3d/direct3d_offer.h"
 #include "module/video_card/direct3d/dx11_reset_guard.h"
-#include "module/video_card/message_keys.h"
 #include "module/video_card/stress/stress_statistics.h"
 #include "module/video_card/stress/stress_status.h"
 #include "module/video_card/stress/stress_stop_check.h"

@@ -1,7 +1,7 @@
 #include "module/video_card/stress/stress_statistics.h"
 
+#include "core/message_keys.h"
 #include "core/test_reporter.h"
-#include "module/video_card/message_keys.h"
 #include "module/video_card/vocabulary.h"
 
 #include <iomanip>

@@ -1,7 +1,7 @@
 #include "module/video_card/stress/stress_stop_check.h"
 
+#include "core/message_keys.h"
 #include "core/test_result.h"
-#include "module/video_card/message_keys.h"
 
 namespace vexil::module::video_card {
 

@@ -1,7 +1,7 @@
 #include "module/video_card/stress/stress_test_dialog.h"
 
+#include "core/message_keys.h"
 #include "core/test_result.h"
-#include "module/video_card/message_keys.h"
 #include "module/video_card/stress/stress_codes.h"
 #include "module/video_card/test_parameter_screen_dimensions.h"
 

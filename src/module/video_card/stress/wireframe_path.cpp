@@ -1,8 +1,8 @@
 #include "module/video_card/stress/wireframe_path.h"
 
+#include "core/message_keys.h"
 #include "core/sal.h"
 #include "core/test_result.h"
-#include "module/video_card/message_keys.h"
 #include "module/video_card/stress/stress_status.h"
 #include "module/video_card/stress/stress_stop_check.h"
 #include "module/video_card/stress/take_sample.h"

@@ -1,11 +1,11 @@
 #include "module/video_card/direct3d/math_operations/math_op_test.h"
 
+#include "core/message_keys.h"
 #include "module/video_card/direct3d/com_create.h"
 #include "module/video_card/direct3d/direct3d_offer.h"
 #include "module/video_card/direct3d/dx11_reset_guard.h"
 #include "module/video_card/direct3d/dx11_stop_check.h"
 #include "module/video_card/direct3d/math_operations/math_op.h"
-#include "module/video_card/message_keys.h"
 
 #include <utility>
 

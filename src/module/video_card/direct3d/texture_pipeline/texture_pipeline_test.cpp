@@ -1,5 +1,6 @@
 #include "module/video_card/direct3d/texture_pipeline/texture_pipeline_test.h"
 
+#include "core/message_keys.h"
 #include "module/video_card/catalogue.h"
 #include "module/video_card/device.h"
 #include "module/video_card/direct3d/direct3d_offer.h"
@@ -7,7 +8,6 @@
 #include "module/video_card/direct3d/dx11_stop_check.h"
 #include "module/video_card/direct3d/texture_pipeline/texture_pass.h"
 #include "module/video_card/direct3d/texture_pipeline/transposition.h"
-#include "module/video_card/message_keys.h"
 
 #include <new>
 #include <string>

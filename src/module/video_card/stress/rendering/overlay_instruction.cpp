@@ -1,6 +1,6 @@
 #include "module/video_card/stress/rendering/overlay_instruction.h"
 
-#include "module/video_card/message_keys.h"
+#include "core/message_keys.h"
 
 #include <QCoreApplication>
 #include <QFont>

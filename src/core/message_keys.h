@@ -5,7 +5,7 @@
 // What the module says to a user is a key; the host holds the texts. The exact bytes of a key are the
 // contract, the full stops inside one included. A "|" joins several lines that the host shows one after
 // another. The names and tool tips of the tests stand in the catalogue.
-namespace vexil::module::video_card::keys {
+namespace vexil::keys {
 
 inline const std::string moduleName = "VIDEO_CARD";
 
@@ -77,4 +77,4 @@ inline const std::string deviceCouldNotBeIdentified =
 inline const std::string allExecutionsFinished = "AllExecutionsFinished";
 inline const std::string back = "BACK";
 
-} // namespace vexil::module::video_card::keys
+} // namespace vexil::keys
