@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/shared_api.h"
-#include "module/cpu/vxk_service.h"
+#include "core/vxk_service.h"
 
 #include <memory>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "module/cpu/vxk_service.h"
+#include "core/vxk_service.h"
 
 /// The slots of the driver service that this system has no use for, done for those who implement the others.
 class DriverServiceBase : public VXKService {

@@ -11,7 +11,7 @@
 namespace vexil::tests {
 
 /// Writes down what a test says, in its order: "progress 100", "report 0 SOME_KEY".
-class RecordingReporter final : public core::TestReporter {
+class RecordingReporter : public core::TestReporter {
 public:
     std::vector<std::string> events;
     /// Called after each progress, with its value: where a host would find time to ask for a stop.

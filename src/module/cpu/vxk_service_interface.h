@@ -1,6 +1,6 @@
 #pragma once
 
-#include "module/cpu/vxk_service.h"
+#include "core/vxk_service.h"
 
 #include <cstdint>
 

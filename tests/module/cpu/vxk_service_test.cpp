@@ -1,4 +1,4 @@
-#include "module/cpu/vxk_service.h"
+#include "core/vxk_service.h"
 
 #include "suite/driver_service/driver_service_base.h"
 

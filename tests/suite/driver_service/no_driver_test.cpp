@@ -1,4 +1,4 @@
-#include "module/cpu/vxk_service.h"
+#include "core/vxk_service.h"
 #include "platform/shared_library.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 #include "module/video_card/stress/rendering/d2d_renderer.h"
+#include "module/video_card/stress/rendering/gui_application.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -106,11 +107,7 @@ public:
 class OverlayRules : public testing::Test {
 protected:
     static void SetUpTestSuite() {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        static int count = 1;
-        static char name[] = "tests";
-        static char* arguments[] = {name, nullptr};
-        static QGuiApplication application(count, arguments);
+        startGuiApplication();
         static Instruction instruction;
         QCoreApplication::installTranslator(&instruction);
     }

@@ -1,6 +1,7 @@
 #include "module/video_card/direct3d/com_create.h"
 #include "module/video_card/direct3d/dx11_context.h"
 #include "module/video_card/direct3d/mapped_subresource.h"
+#include "module/video_card/stress/rendering/gui_application.h"
 #include "module/video_card/stress/rendering/render_resources.h"
 #include "platform/linux/overlay_painter/overlay_text_shaders.h"
 #include "platform/overlay_painter.h"
@@ -49,11 +50,7 @@ struct Box {
 class OverlayPainterTest : public testing::Test {
 protected:
     static void SetUpTestSuite() {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        static int count = 1;
-        static char name[] = "tests";
-        static char* arguments[] = {name, nullptr};
-        static QGuiApplication application(count, arguments);
+        startGuiApplication();
         contexts_ = createAllDx11Contexts();
     }
     static void TearDownTestSuite() { contexts_.clear(); }

@@ -1,4 +1,4 @@
-#include "module/cpu/vxk_service.h"
+#include "core/vxk_service.h"
 
 // Out of line, so that the class stands among the module's exports with all that it is made of.
 VXKService::VXKService() = default;
