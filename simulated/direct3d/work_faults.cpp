@@ -145,8 +145,8 @@ void WorkFaults::drawnIndexed(ID3D11DeviceContext& real) {
     }
     for (const auto& fault : section_.faults) {
         const auto& place = fault.picture;
-        if (fault.kind != Kind::differingPixel || period_ < place.fromPeriod ||
-            frameSeconds_ < place.from || frameSeconds_ >= place.until) {
+        if (fault.kind != Kind::differingPixel || period_ < place.fromPeriod || frameSeconds_ < place.from ||
+            frameSeconds_ >= place.until) {
             continue;
         }
         const auto target = boundTarget(real);
