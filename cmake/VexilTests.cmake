@@ -13,32 +13,32 @@
 # module a thousand times, which leaves the drivers loaded), and, for the thread sanitizer, those whose threads meet in
 # libraries that it does not see into (Qt).
 set(VEXIL_SANITIZED_THREAD_TESTS
-  vexil_core_tests
-  vexil_cuda_tests
-  vexil_parameter_tests
-  vexil_random_tests
-  vexil_scenario_tests
-  vexil_utils_tests)
-set(VEXIL_SANITIZED_ADDRESS_TESTS
-  ${VEXIL_SANITIZED_THREAD_TESTS}
   system_tests
   vexil_adl_linux_tests
   vexil_adl_tests
+  vexil_core_tests
   vexil_cpu_tests
+  vexil_cuda_tests
   vexil_d3dkmt_statistics_tests
   vexil_driver_service_tests
-  vexil_entry_tests
   vexil_intel_statistics_tests
+  vexil_nvapi_tests
+  vexil_parameter_tests
+  vexil_random_tests
+  vexil_sal_tests
+  vexil_scenario_tests
+  vexil_simulated_cuda_tests
+  vexil_stress_run_tests
+  vexil_tool_tests
+  vexil_utils_tests)
+set(VEXIL_SANITIZED_ADDRESS_TESTS
+  ${VEXIL_SANITIZED_THREAD_TESTS}
+  vexil_entry_tests
   vexil_kernel_graphics_tests
   vexil_module_lifetime_tests
   vexil_nvapi_loading_tests
-  vexil_nvapi_tests
-  vexil_sal_tests
-  vexil_simulated_cuda_tests
   vexil_simulated_sensors_tests
-  vexil_stress_run_tests
   vexil_style_sheet_tests
-  vexil_tool_tests
   vexil_video_card_tests)
 foreach(sanitizer address thread)
   add_custom_target(vexil_sanitized_${sanitizer}_tests)
