@@ -9,6 +9,8 @@
 #include <filesystem>
 #include <fstream>
 #include <set>
+#include <stdexcept>
+#include <string>
 
 namespace vexil::host::tests {
 namespace {
@@ -28,7 +30,13 @@ Json reportOf(const std::string& scenario, const std::vector<std::string>& optio
                                           file.string()};
     arguments.insert(arguments.end(), options.begin(), options.end());
     const auto end = runProgram(arguments);
-    auto report = Json::parse(std::ifstream(file));
+    std::ifstream stream(file);
+    if (!stream) {
+        throw std::runtime_error("no report; exit code " + std::to_string(end.code) + ": " + end.out +
+                                 end.err);
+    }
+    auto report = Json::parse(stream);
+    stream.close();
     EXPECT_EQ(report["exitCode"], end.code) << end.out << end.err;
     std::filesystem::remove(file);
     return report;
