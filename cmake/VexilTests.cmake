@@ -76,7 +76,7 @@ function(vexil_add_tests name)
     endif()
   endforeach()
 
-  set(properties TIMEOUT 600)
+  set(properties TIMEOUT 300)
   if(tests_SERIAL)
     list(APPEND properties RUN_SERIAL TRUE)
   endif()
