@@ -5,10 +5,13 @@
 
 namespace vexil::host {
 
+std::optional<std::string> chosenGuiPlugins() {
+    auto plugins = platform::environmentVariable("QT_QPA_PLATFORM");
+    return plugins && !plugins->empty() ? plugins : std::nullopt;
+}
+
 bool displayCanBeReached() {
-    // The user's own choice of Qt's plug-in for windows goes before what is there.
-    const auto plugins = platform::environmentVariable("QT_QPA_PLATFORM");
-    if (plugins && !plugins->empty()) {
+    if (const auto plugins = chosenGuiPlugins()) {
         return !plugins->starts_with("offscreen") && !plugins->starts_with("minimal");
     }
     return vexil::platform::findDesktop().has_value();

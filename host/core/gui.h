@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace vexil::host {
@@ -32,6 +33,9 @@ public:
     virtual void run(bool visible, const Language& language, const std::string& translationContext,
                      const Work& work) = 0;
 };
+
+/// The user's own choice of Qt's plug-in for windows, which goes before what the machine offers.
+[[nodiscard]] std::optional<std::string> chosenGuiPlugins();
 
 /// Whether somebody would see a window that Qt makes in this process.
 [[nodiscard]] bool displayCanBeReached();

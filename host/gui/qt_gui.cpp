@@ -21,12 +21,6 @@ namespace vexil::host {
 
 namespace {
 
-/// The user's own choice of Qt's plug-in for windows.
-std::optional<std::string> chosenPlugins() {
-    auto plugins = platform::environmentVariable("QT_QPA_PLATFORM");
-    return plugins && !plugins->empty() ? plugins : std::nullopt;
-}
-
 /// Qt takes the number format from the environment, for the whole process; this program and its module write
 /// and read numbers with a point.
 class KeptNumberFormat {
@@ -66,7 +60,7 @@ public:
 
 private:
     static std::vector<std::string> argumentsFor(bool visible) {
-        const std::string plugins = chosenPlugins() ? "" : platform::guiPlugins(visible);
+        const std::string plugins = chosenGuiPlugins() ? "" : platform::guiPlugins(visible);
         return plugins.empty() ? std::vector<std::string>{"vxe-host"}
                                : std::vector<std::string>{"vxe-host", "-platform", plugins};
     }

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "platform/environment.h"
+
 #include <cstdint>
 #include <filesystem>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,7 +17,7 @@ namespace vexil::host::platform {
 [[nodiscard]] std::filesystem::path programFile();
 [[nodiscard]] std::filesystem::path programFolder();
 
-[[nodiscard]] std::optional<std::string> environmentVariable(const std::string& name);
+using vexil::platform::environmentVariable;
 /// Seen by every library of the process that is loaded afterwards.
 void setEnvironmentVariable(const std::string& name, const std::string& value);
 

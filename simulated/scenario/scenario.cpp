@@ -1,6 +1,6 @@
 #include "simulated/scenario/scenario.h"
 
-#include "simulated/scenario/process_environment.h"
+#include "platform/environment.h"
 
 #include <utility>
 
@@ -44,7 +44,7 @@ Scenario loadScenario(const std::string& file) {
 }
 
 std::optional<std::string> scenarioFileOfProcess() {
-    auto file = environmentVariable("VEXIL_SCENARIO");
+    auto file = platform::environmentVariable("VEXIL_SCENARIO");
     return file && !file->empty() ? std::move(file) : std::nullopt;
 }
 

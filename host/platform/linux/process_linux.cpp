@@ -35,11 +35,6 @@ std::filesystem::path programFile() {
 
 std::filesystem::path programFolder() { return programFile().parent_path(); }
 
-std::optional<std::string> environmentVariable(const std::string& name) {
-    const char* value = std::getenv(name.c_str());
-    return value == nullptr ? std::nullopt : std::optional<std::string>(value);
-}
-
 void setEnvironmentVariable(const std::string& name, const std::string& value) {
     setenv(name.c_str(), value.c_str(), 1);
 }

@@ -52,11 +52,6 @@ std::filesystem::path programFile() {
 
 std::filesystem::path programFolder() { return programFile().parent_path(); }
 
-std::optional<std::string> environmentVariable(const std::string& name) {
-    const wchar_t* value = _wgetenv(toWide(name).c_str());
-    return value == nullptr ? std::nullopt : std::optional<std::string>(toUtf8(value));
-}
-
 void setEnvironmentVariable(const std::string& name, const std::string& value) {
     // Through the C library: it keeps its own copy beside the system's, and libraries read either.
     _wputenv_s(toWide(name).c_str(), toWide(value).c_str());

@@ -1,5 +1,6 @@
 #include "pci_devices_linux.h"
 
+#include "platform/linux/pci_address.h"
 #include "platform/linux/pci_ids.h"
 
 #include <algorithm>
@@ -16,10 +17,7 @@ namespace {
 namespace fs = std::filesystem;
 
 struct PciDevice {
-    unsigned domain = 0;
-    unsigned bus = 0;
-    unsigned device = 0;
-    unsigned function = 0;
+    platform::PciAddress address;
     unsigned vendorId = 0;
     unsigned deviceId = 0;
     unsigned subsystemVendorId = 0;
@@ -42,17 +40,15 @@ std::optional<unsigned> readHexadecimal(const fs::path& file) {
 }
 
 std::optional<PciDevice> readDevice(const fs::path& folder) {
-    PciDevice pci;
-    const auto address = folder.filename().string();
-    if (std::sscanf(address.c_str(), "%x:%x:%x.%x", &pci.domain, &pci.bus, &pci.device, &pci.function) != 4) {
-        return std::nullopt;
-    }
+    const auto address = platform::parsePciAddress(folder.filename().string());
     const auto vendor = readHexadecimal(folder / "vendor");
     const auto device = readHexadecimal(folder / "device");
     const auto classCode = readHexadecimal(folder / "class");
-    if (!vendor || !device || !classCode) {
+    if (!address || !vendor || !device || !classCode) {
         return std::nullopt;
     }
+    PciDevice pci;
+    pci.address = *address;
     pci.vendorId = *vendor;
     pci.deviceId = *device;
     pci.classCode = *classCode;
@@ -117,8 +113,8 @@ std::vector<SystemDevice> PciDeviceSource::list(const WinDeviceScanFilter& filte
         device.description = tradeName(names.device);
         device.hardwareIds = hardwareIds(*pci);
         device.compatibleIds = compatibleIds(*pci);
-        device.locationInformation =
-            format("PCI bus %u, device %u, function %u", pci->bus, pci->device, pci->function);
+        device.locationInformation = format("PCI bus %u, device %u, function %u", pci->address.bus,
+                                            pci->address.device, pci->address.function);
         if (asksForInterface(filter)) {
             device.interfacePaths = {folder.string()};
         }
