@@ -57,10 +57,6 @@ function(vexil_add_tests name)
     # The optimiser takes most of the time of a sanitized build, and speeds up what is tested, not the tests.
     target_compile_options(${name} PRIVATE -O0)
   endif()
-  if(VEXIL_SANITIZE MATCHES address)
-    set_target_properties(${name} PROPERTIES
-      CROSSCOMPILING_EMULATOR ${PROJECT_SOURCE_DIR}/scripts/run-with-leak-check)
-  endif()
   if(tests_DATA)
     target_compile_definitions(${name} PRIVATE "VEXIL_TEST_DATA=\"${CMAKE_CURRENT_SOURCE_DIR}/${tests_DATA}\"")
   endif()
