@@ -17,6 +17,7 @@ namespace {
 constexpr const char* scenarioVariable = "VEXIL_SCENARIO";
 constexpr const char* scenarioFolder = "scenarios";
 constexpr const char* standInFolder = "simulated";
+constexpr const char* standInsWithoutFolder = "simulated_without"; // a folder in it for each function
 constexpr const char* scenarioExtension = ".json";
 
 std::vector<std::filesystem::path> sortedFiles(const std::filesystem::path& folder) {
@@ -52,25 +53,53 @@ std::filesystem::path findScenario(const std::filesystem::path& folder, const st
     return file;
 }
 
+/// Where one is missing the machine would have the function all the same, and nobody would know.
+void requireStandInsWithout(const std::filesystem::path& folder, const std::vector<std::string>& functions) {
+    for (const auto& function : functions) {
+        if (sortedFiles(folder / pathFromUtf8(function)).empty()) {
+            throw InternalError("the simulated library without " + function + " is missing in '" +
+                                toUtf8(folder / pathFromUtf8(function)) + "'");
+        }
+    }
+}
+
+/// The library in the place of `standIn` that lacks one of the functions, or `standIn`.
+std::filesystem::path withoutMissing(const std::filesystem::path& standIn,
+                                     const std::filesystem::path& folder,
+                                     const std::vector<std::string>& missingFunctions) {
+    for (const auto& function : missingFunctions) {
+        const auto lacking = folder / pathFromUtf8(function) / standIn.filename();
+        if (fileExists(lacking)) {
+            return lacking;
+        }
+    }
+    return standIn;
+}
+
 } // namespace
 
 SimulatedMachine::SimulatedMachine(const std::filesystem::path& programFolder, const std::string& scenario)
     : scenarioFile_(findScenario(programFolder / scenarioFolder, scenario)) {
+    std::vector<std::string> missingFunctions;
     try {
-        static_cast<void>(simulated::loadScenario(toUtf8(scenarioFile_)));
+        missingFunctions = missingExports(simulated::loadScenario(toUtf8(scenarioFile_)));
     } catch (const simulated::ScenarioError& error) {
         throw UsageError(error.what());
     }
+    const auto lackingFolder = programFolder / standInsWithoutFolder;
+    requireStandInsWithout(lackingFolder, missingFunctions);
     platform::setEnvironmentVariable(scenarioVariable, toUtf8(scenarioFile_));
     for (const auto& file : sortedFiles(programFolder / standInFolder)) {
         if (!platform::isLibraryFileName(toUtf8(file.filename()))) {
             continue;
         }
+        const auto standIn = withoutMissing(file, lackingFolder, missingFunctions);
         std::string reason;
-        if (platform::openForProcess(file, reason) == nullptr) {
-            throw InternalError("the simulated library '" + toUtf8(file) + "' cannot be opened: " + reason);
+        if (platform::openForProcess(standIn, reason) == nullptr) {
+            throw InternalError("the simulated library '" + toUtf8(standIn) +
+                                "' cannot be opened: " + reason);
         }
-        standIns_.push_back(file);
+        standIns_.push_back(standIn);
     }
 }
 

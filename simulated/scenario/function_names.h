@@ -44,6 +44,12 @@ inline std::vector<std::string> readMissingFunctions(FieldReader& reader,
     return missing;
 }
 
+/// Reads "missingFunction": the one function that the library is to lack; empty if the field is absent.
+inline std::string readMissingFunction(FieldReader& reader, const std::vector<std::string>& functions) {
+    return reader.has("missingFunction") ? functions[reader.choice("missingFunction", functions)]
+                                         : std::string();
+}
+
 /// A 32-bit value that may be absent.
 inline std::optional<std::int32_t> readInt32(FieldReader& reader, const std::string& field) {
     using Limits = std::numeric_limits<std::int32_t>;

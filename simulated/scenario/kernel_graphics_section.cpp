@@ -1,6 +1,7 @@
 #include "simulated/scenario/kernel_graphics_section.h"
 
 #include "simulated/scenario/field_reader.h"
+#include "simulated/scenario/function_names.h"
 
 #include <limits>
 
@@ -23,6 +24,16 @@ ScenarioEngine readEngine(FieldReader& reader) {
 }
 
 } // namespace
+
+KernelGraphicsLibrarySection readKernelGraphicsLibrary(FieldReader& scenario) {
+    KernelGraphicsLibrarySection section;
+    if (auto reader = scenario.object("kernelGraphics")) {
+        section.missingFunction = readMissingFunction(
+            *reader, {"D3DKMTOpenAdapterFromDeviceName", "D3DKMTQueryStatistics", "D3DKMTCloseAdapter"});
+        reader->finish();
+    }
+    return section;
+}
 
 KernelGraphicsSection readKernelGraphicsSection(FieldReader& card) {
     KernelGraphicsSection section;

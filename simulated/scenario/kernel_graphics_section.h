@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace vexil::simulated {
@@ -21,6 +22,14 @@ struct KernelGraphicsSection {
     std::optional<std::uint32_t> engineCount; ///< claimed instead of the true number
     std::vector<ScenarioEngine> engines;
 };
+
+/// The library of these statistics itself.
+struct KernelGraphicsLibrarySection {
+    std::string missingFunction; ///< that it lacks; empty: none
+};
+
+/// Reads the field "kernelGraphics" of a scenario.
+[[nodiscard]] KernelGraphicsLibrarySection readKernelGraphicsLibrary(FieldReader& scenario);
 
 /// Reads the field "kernelGraphics" of a card; without it the card has one idle engine.
 [[nodiscard]] KernelGraphicsSection readKernelGraphicsSection(FieldReader& card);

@@ -25,6 +25,7 @@ constexpr const char* allFunctions[] = {
     "NvAPI_EnumPhysicalGPUs",  "NvAPI_GPU_GetBusId",
     "NvAPI_GPU_GetBusSlotId",  "NvAPI_GPU_GetThermalSettings",
     "NvAPI_GPU_GetMemoryInfo", "usage",
+    "nvapi_QueryInterface",
 };
 
 std::uint32_t hexadecimal(const std::string& text) {

@@ -1,6 +1,7 @@
 #include "simulated/scenario/processor_section.h"
 
 #include "simulated/scenario/field_reader.h"
+#include "simulated/scenario/function_names.h"
 
 #include <limits>
 
@@ -62,6 +63,7 @@ DriverServiceSection readDriverServiceSection(FieldReader& scenario) {
         return section;
     }
     section.created = reader->flag("created", section.created);
+    section.missingFunction = readMissingFunction(*reader, {"CreateVXKService", "DestroyVXKService"});
     section.ready = reader->flag("ready", section.ready);
     if (reader->has("temperatureCelsius")) {
         section.temperatureCelsius = reader->real("temperatureCelsius", -49, 206.5);

@@ -38,7 +38,8 @@ struct ScenarioPciRegister {
 
 /// The driver service of a simulated machine.
 struct DriverServiceSection {
-    bool created = true; ///< whether its library hands out a service
+    bool created = true;         ///< whether its library hands out a service
+    std::string missingFunction; ///< that the library lacks; empty: none
     bool ready = true;
     double temperatureCelsius = 45;
     std::uint32_t maximumCelsius = 100;

@@ -2,12 +2,14 @@
 
 #include "platform/environment.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace vexil::simulated {
 
 namespace {
 
+constexpr std::string_view nvapiExport = "nvapi_QueryInterface"; // the others are found through it
 constexpr const char* schema = "vexil.scenario/1";
 
 ScenarioCard readCard(FieldReader& reader, std::size_t place, std::int32_t& nextAdlIndex) {
@@ -20,6 +22,21 @@ ScenarioCard readCard(FieldReader& reader, std::size_t place, std::int32_t& next
 }
 
 } // namespace
+
+std::vector<std::string> missingExports(const Scenario& scenario) {
+    std::vector<std::string> functions;
+    for (const auto& function :
+         {scenario.kernelGraphics.missingFunction, scenario.driverService.missingFunction}) {
+        if (!function.empty()) {
+            functions.push_back(function);
+        }
+    }
+    if (std::ranges::find(scenario.nvapi.missingFunctions, nvapiExport) !=
+        scenario.nvapi.missingFunctions.end()) {
+        functions.emplace_back(nvapiExport);
+    }
+    return functions;
+}
 
 Scenario loadScenario(const std::string& file) {
     auto reader = readJsonFile(file);
@@ -36,6 +53,7 @@ Scenario loadScenario(const std::string& file) {
     }
     scenario.adl = readAdl(reader);
     scenario.nvapi = readNvapi(reader);
+    scenario.kernelGraphics = readKernelGraphicsLibrary(reader);
     scenario.processor = readProcessorSection(reader);
     scenario.driverService = readDriverServiceSection(reader);
     scenario.required = readRequiredOutcomes(reader);

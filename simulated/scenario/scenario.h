@@ -18,10 +18,14 @@ struct Scenario {
     std::vector<ScenarioCard> cards;
     AdlSection adl;
     NvapiSection nvapi;
+    KernelGraphicsLibrarySection kernelGraphics;
     ProcessorSection processor;
     DriverServiceSection driverService;
     std::vector<RequiredOutcome> required; ///< what `vxe-host selfcheck` compares with
 };
+
+/// The functions whose libraries cannot hide that they have them: the machine needs a library without.
+[[nodiscard]] std::vector<std::string> missingExports(const Scenario& scenario);
 
 /// Reads and checks a scenario file, every section of it. Throws `ScenarioError`.
 [[nodiscard]] Scenario loadScenario(const std::string& file);

@@ -74,6 +74,10 @@ protected:
         std::ofstream(folder_ / file) << "this is neither a library nor a language";
     }
 
+    void write(const std::string& file, const std::string& text) const {
+        std::ofstream(folder_ / file) << text;
+    }
+
     [[nodiscard]] End run(const std::string& arguments) const {
         std::istringstream words(arguments);
         const std::vector<std::string> list{std::istream_iterator<std::string>(words), {}};
@@ -128,6 +132,17 @@ TEST_F(IncompleteProgram, RunsInAFolderWithAllOfItsFiles) {
     const auto end = run("--machine simulated cards");
     EXPECT_EQ(end.code, 0);
     EXPECT_THAT(end.text, AllOf(HasSubstr("NVIDIA GeForce RTX 3060"), Not(HasSubstr("cannot be loaded"))));
+}
+
+TEST_F(IncompleteProgram, NamesTheSimulatedLibraryWithoutAFunctionThatAScenarioTakesAway) {
+    write("scenarios/lacking.json", R"({"schema": "vexil.scenario/1", "cards": [],
+        "kernelGraphics": {"missingFunction": "D3DKMTQueryStatistics"}})");
+    const auto end = run("--machine simulated:lacking cards");
+    EXPECT_EQ(end.code, 70);
+    EXPECT_THAT(
+        complaintsOf(end.text),
+        ElementsAre(AllOf(HasSubstr("the simulated library without D3DKMTQueryStatistics is missing in"),
+                          HasSubstr("simulated_without"))));
 }
 
 /// A file without which a command cannot do its work.

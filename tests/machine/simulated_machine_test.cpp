@@ -173,6 +173,42 @@ TEST(SimulatedMachine, ListsItsCardsWithIntelLast) {
     EXPECT_TRUE(rows.contains("DIRECTX_VIDEO_CARD_MEMORY")) << "Direct3D was matched with the card";
 }
 
+TEST(SimulatedMachine, LacksEachFunctionThatALibraryCannotHide) {
+    struct Lacking {
+        const char* machine;
+        bool inDirect3D, usageOfIntel, temperatureOfIntel, temperatureOfNvidia;
+    };
+    constexpr Lacking machines[] = {
+        {R"("description": "nothing is missing")", true, true, true, true},
+        {R"("kernelGraphics": {"missingFunction": "D3DKMTOpenAdapterFromDeviceName"})", false, false, true,
+         true},
+        {R"("kernelGraphics": {"missingFunction": "D3DKMTQueryStatistics"})", true, false, true, true},
+        {R"("kernelGraphics": {"missingFunction": "D3DKMTCloseAdapter"})", true, true, true, true},
+        {R"("driverService": {"missingFunction": "CreateVXKService"})", true, true, false, true},
+        {R"("driverService": {"missingFunction": "DestroyVXKService"})", true, true, true, true},
+        {R"("nvapi": {"missingFunctions": ["nvapi_QueryInterface"]})", true, true, true, false},
+    };
+    const auto file = vexil::tests::testFolder() / "lacking.json";
+    for (const auto& lacking : machines) {
+        std::ofstream(file) << R"({"schema": "vexil.scenario/1", )" << lacking.machine << R"(, "cards": [
+            {"vendorId": "10DE", "deviceId": "2503", "location": "01:00.0", "nvapi": {"sensors": [{"celsius": 44}]}},
+            {"vendorId": "8086", "deviceId": "3E92", "location": "00:02.0"}]})";
+        const auto cards = jsonOf({"--machine", "simulated:" + file.string(), "cards", "--json"})["cards"];
+        ASSERT_EQ(cards.size(), 2U) << lacking.machine;
+        const auto& nvidia = cards[0];
+        const auto& intel = cards[1];
+        ASSERT_EQ(nvidia["id"], "0100") << lacking.machine;
+        const auto hasMemoryRow = std::ranges::any_of(
+            intel["rows"], [](const Json& row) { return row["key"] == "DIRECTX_VIDEO_CARD_MEMORY"; });
+        EXPECT_EQ(hasMemoryRow, lacking.inDirect3D) << lacking.machine;
+        EXPECT_EQ(!intel["live"]["usagePercent"].is_null(), lacking.usageOfIntel) << lacking.machine;
+        EXPECT_EQ(!intel["live"]["temperatureCelsius"].is_null(), lacking.temperatureOfIntel)
+            << lacking.machine;
+        EXPECT_EQ(!nvidia["live"]["temperatureCelsius"].is_null(), lacking.temperatureOfNvidia)
+            << lacking.machine;
+    }
+}
+
 TEST(SimulatedMachine, ListsTheSixteenTestsInCatalogueOrder) {
     const auto document = jsonOf({"--machine", "simulated", "tests", "--json"});
     EXPECT_EQ(document["schema"], "vexil.tests/1");

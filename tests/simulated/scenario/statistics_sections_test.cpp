@@ -92,6 +92,22 @@ TEST(NvapiSectionOfAMachine, HoldsCountStatusesAndMissingFunctions) {
         errorOf("", R"("nvapi": {"missingFunctions": [1]})").starts_with("nvapi.missingFunctions: must be"));
 }
 
+TEST(MissingExports, AreThoseThatALibraryCannotHide) {
+    EXPECT_TRUE(missingExports(load("")).empty());
+    EXPECT_EQ(missingExports(load("", R"("kernelGraphics": {"missingFunction": "D3DKMTCloseAdapter"},
+                  "driverService": {"missingFunction": "CreateVXKService"},
+                  "nvapi": {"missingFunctions": ["usage", "nvapi_QueryInterface"]},
+                  "adl": {"missingFunctions": ["ADL_Adapter_Active_Get"]})")),
+              (std::vector<std::string>{"D3DKMTCloseAdapter", "CreateVXKService", "nvapi_QueryInterface"}));
+    EXPECT_EQ(errorOf("", R"("kernelGraphics": {"missingFunction": "D3DKMTEscape"})"),
+              "kernelGraphics.missingFunction: \"D3DKMTEscape\" is none of D3DKMTOpenAdapterFromDeviceName, "
+              "D3DKMTQueryStatistics, D3DKMTCloseAdapter");
+    EXPECT_EQ(errorOf("", R"("driverService": {"missingFunction": "Create"})"),
+              "driverService.missingFunction: \"Create\" is none of CreateVXKService, DestroyVXKService");
+    EXPECT_TRUE(errorOf("", R"("kernelGraphics": {"engines": []})")
+                    .starts_with("kernelGraphics.engines: is not a field"));
+}
+
 TEST(AdlSectionOfACard, IsAbsentUnlessItIsWritten) {
     EXPECT_FALSE(load("").cards.at(0).adl);
     EXPECT_TRUE(load(R"("adl": {})").cards.at(0).adl);
