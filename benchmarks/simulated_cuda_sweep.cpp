@@ -5,6 +5,7 @@
 //   vexil_simulated_cuda_sweep [MIB]
 //
 // Ends with 1 if a kernel is slower than that.
+#include "arguments.h"
 #include "kernel_cases.h"
 #include "module/video_card/cuda/cuda_runtime.h"
 #include "platform/shared_library.h"
@@ -14,7 +15,6 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <set>
 #include <stdexcept>
@@ -89,8 +89,8 @@ void sweep(const Case& test, const Block& block) {
 
 } // namespace
 
-int main(int count, char** words) {
-    Block block{count > 1 ? static_cast<std::uint32_t>(std::atoi(words[1])) : 1024};
+int main(int count, char** words) try {
+    Block block{benchmarks::numberArgument<std::uint32_t>(count, words, 1, 1024)};
     if (!allocate(block)) {
         std::fprintf(stderr, "the simulated card cannot be had\n");
         return 2;
@@ -131,4 +131,7 @@ int main(int count, char** words) {
                     ratio >= 0.5 ? "" : "  TOO SLOW");
     }
     return fastEnough ? 0 : 1;
+} catch (const std::exception& error) {
+    std::fprintf(stderr, "%s\n", error.what());
+    return 2;
 }

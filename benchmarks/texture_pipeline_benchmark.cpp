@@ -1,3 +1,4 @@
+#include "arguments.h"
 #include "module/video_card/direct3d/texture_pipeline/texture_pass.h"
 #include "module/video_card/direct3d/texture_pipeline/transposition.h"
 #include "timing.h"
@@ -123,7 +124,7 @@ void print(const char* title, double part, const Times& times, const std::vector
 } // namespace
 
 int main(int argc, char** argv) try {
-    const int passes = argc > 1 ? std::atoi(argv[1]) : 1000;
+    const int passes = numberArgument(argc, argv, 1, 1000);
     Passes work(createDx11Context(enumerateAdapters().at(0)));
     Times times;
     Times ignored;

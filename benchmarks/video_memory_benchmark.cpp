@@ -1,3 +1,4 @@
+#include "arguments.h"
 #include "bare_surfaces.h"
 #include "module/video_card/direct3d/video_memory_test.h"
 #include "text_handlers.h"
@@ -81,7 +82,7 @@ void print(const char* title, double part, const SurfaceTimes& times, const std:
 } // namespace
 
 int main(int argc, char** argv) try {
-    const int rounds = argc > 1 ? std::atoi(argv[1]) : 7;
+    const int rounds = numberArgument(argc, argv, 1, 7);
     SurfaceTimes times;
     std::vector<double> bareTimes;
     for (int i = 0; i < rounds; ++i) {

@@ -1,3 +1,4 @@
+#include "arguments.h"
 #include "module/video_card/stress/rendering/d3d11_animation_renderer.h"
 #include "platform/swap_chain_window.h"
 #include "stress/bare_scene.h"
@@ -9,7 +10,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstdlib>
 #include <exception>
 #include <iomanip>
 #include <iostream>
@@ -109,9 +109,9 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "xcb");
     QGuiApplication application(argc, argv);
     try {
-        measure(argc > 2 ? static_cast<unsigned>(std::atoi(argv[1])) : 400,
-                argc > 2 ? static_cast<unsigned>(std::atoi(argv[2])) : 400,
-                argc > 3 ? std::atoi(argv[3]) : 20, argc > 4 ? argv[4] : nullptr);
+        measure(benchmarks::numberArgument(argc, argv, 1, 400U),
+                benchmarks::numberArgument(argc, argv, 2, 400U),
+                benchmarks::numberArgument(argc, argv, 3, 20), argc > 4 ? argv[4] : nullptr);
     } catch (const std::exception& error) {
         std::cerr << "stress_frame_rate_benchmark: " << error.what() << '\n';
         return 1;

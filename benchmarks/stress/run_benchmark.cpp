@@ -1,3 +1,4 @@
+#include "arguments.h"
 #include "module/video_card/direct3d/com_create.h"
 #include "stress/bare_scene.h"
 #include "stress/run_in_window.h"
@@ -7,7 +8,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstdlib>
 #include <exception>
 #include <fstream>
 #include <iomanip>
@@ -155,14 +155,14 @@ int main(int argc, char** argv) {
             throw std::runtime_error("there is no Direct3D here");
         }
         if (what == "rate") {
-            compareRates(contexts.front(), argc > 2 ? std::atoi(argv[2]) : 7);
+            compareRates(contexts.front(), benchmarks::numberArgument(argc, argv, 2, 7));
             return 0;
         }
         if (what == "load") {
-            compareLoads(contexts.front(), argc > 2 ? std::atoi(argv[2]) : 3);
+            compareLoads(contexts.front(), benchmarks::numberArgument(argc, argv, 2, 3));
             return 0;
         }
-        const auto seconds = argc > 2 ? static_cast<std::uint64_t>(std::atoi(argv[2])) : 600;
+        const auto seconds = benchmarks::numberArgument<std::uint64_t>(argc, argv, 2, 600);
         return watchMemory(contexts.front(), seconds, argc > 3 ? argv[3] : "400x400") ? 0 : 1;
     } catch (const std::exception& error) {
         std::cerr << "stress_run_benchmark: " << error.what() << '\n';

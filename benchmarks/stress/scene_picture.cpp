@@ -1,7 +1,7 @@
+#include "arguments.h"
 #include "stress/bare_scene.h"
 
 #include <chrono>
-#include <cstdlib>
 #include <exception>
 #include <fstream>
 #include <iostream>
@@ -46,8 +46,9 @@ int main(int argc, char** argv) {
         return 2;
     }
     try {
-        drawTo(argv[4], static_cast<unsigned>(std::atoi(argv[1])), static_cast<unsigned>(std::atoi(argv[2])),
-               static_cast<float>(std::atof(argv[3])));
+        drawTo(argv[4], vexil::benchmarks::numberArgument(argc, argv, 1, 1U),
+               vexil::benchmarks::numberArgument(argc, argv, 2, 1U),
+               vexil::benchmarks::numberArgument(argc, argv, 3, 0.0F, 0.0F));
     } catch (const std::exception& error) {
         std::cerr << "stress_scene_picture: " << error.what() << '\n';
         return 1;
