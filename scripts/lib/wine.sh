@@ -15,11 +15,12 @@ wine_loader() {
 
 # wine_with_settings COMMAND...: no debug output, DXVK's Direct3D where it lies beside the
 # program, and no offers to install Mono or Gecko. Wine's debugger stays away, since a program that
-# crashed under it ends with exit status 0.
+# crashed under it ends with exit status 0. DXVK keeps no cache: the thread that compiles from it starts
+# the compilers of a device again while the device waits for their end, for ever.
 wine_with_settings() {
     WINEPREFIX=$WINE_PREFIX WINEARCH=win64 WINEDEBUG=-all \
         WINEDLLOVERRIDES='d3d11,dxgi=n,b;mscoree,mshtml,winedbg.exe=' \
-        DXVK_LOG_LEVEL=none DXVK_LOG_PATH=none "$@"
+        DXVK_STATE_CACHE=disable DXVK_LOG_LEVEL=none DXVK_LOG_PATH=none "$@"
 }
 
 # Wine keeps its hands off the display's modes, and so reports 60 Hz: Xvfb's 0 Hz is a number that
