@@ -24,9 +24,8 @@ std::string lastErrorText() {
 }
 
 void* open(const std::filesystem::path& file, std::string& reason) {
-    // With its own folder searched first, a library finds the others that were installed with it.
-    void* library = LoadLibraryExW(std::filesystem::absolute(file).make_preferred().c_str(), nullptr,
-                                   LOAD_WITH_ALTERED_SEARCH_PATH);
+    void* library =
+        LoadLibraryExW(std::filesystem::absolute(file).make_preferred().c_str(), nullptr, librarySearch);
     if (library == nullptr) {
         reason = lastErrorText();
         // The system says that something is missing, and not what.

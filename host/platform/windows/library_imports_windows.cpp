@@ -1,5 +1,6 @@
 #include "host/platform/windows/library_imports.h"
 
+#include "host/platform/process.h"
 #include "platform/wide_text.h"
 
 #include <windows.h>
@@ -91,24 +92,35 @@ private:
     std::vector<IMAGE_SECTION_HEADER> sections_;
 };
 
+/// Where an import of the library that is no part of the system lies, or nothing.
+std::optional<std::filesystem::path> installed(const std::filesystem::path& library,
+                                               const std::wstring& name) {
+    for (const auto& folder : {library.parent_path(), programFolder()}) {
+        std::error_code ignored;
+        if (std::filesystem::exists(folder / name, ignored)) {
+            return folder / name;
+        }
+    }
+    return std::nullopt;
+}
+
 std::string culprit(const std::filesystem::path& library, std::set<std::filesystem::path>& seen) {
     for (const auto& name : ImageFile(library).imports()) {
         const auto wide = vexil::platform::toWide(name);
-        const auto beside = library.parent_path() / wide;
-        std::error_code ignored;
-        if (!std::filesystem::exists(beside, ignored)) {
+        const auto file = installed(library, wide);
+        if (!file) {
             if (LoadLibraryW(wide.c_str()) == nullptr) {
                 return "it needs '" + name + "', which is missing";
             }
             continue;
         }
-        if (!seen.insert(beside).second) {
+        if (!seen.insert(*file).second) {
             continue;
         }
-        if (auto deeper = culprit(beside, seen); !deeper.empty()) {
+        if (auto deeper = culprit(*file, seen); !deeper.empty()) {
             return deeper;
         }
-        if (LoadLibraryExW(beside.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH) == nullptr) {
+        if (LoadLibraryExW(file->c_str(), nullptr, librarySearch) == nullptr) {
             return "it needs '" + name + "', which is broken";
         }
     }
