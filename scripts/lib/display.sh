@@ -7,7 +7,7 @@ display_run() (
     if [[ -z ${DISPLAY:-} ]]; then
         command -v Xvfb >/dev/null || fail "there is no display, and no Xvfb: run scripts/setup"
         coproc VIRTUAL_DISPLAY {
-            exec setpriv --pdeathsig TERM Xvfb -displayfd 1 -screen 0 1280x1024x24 -noreset -nolisten tcp 2>/dev/null
+            exec setpriv --pdeathsig TERM Xvfb -displayfd 1 -screen 0 1920x1080x24 -noreset -nolisten tcp 2>/dev/null
         }
         # shellcheck disable=SC2064  # the process of this moment is meant
         trap "kill $VIRTUAL_DISPLAY_PID 2>/dev/null || true" EXIT

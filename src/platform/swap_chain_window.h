@@ -10,7 +10,7 @@ namespace vexil::platform {
 class SwapChainWindow {
 public:
     /// `nativeWindow` is the number by which the window system knows the window (`QWidget::winId`). Throws
-    /// `std::runtime_error` if there is no display that Direct3D can show on.
+    /// `std::runtime_error` if it is none, or if there is no display that Direct3D can show on.
     explicit SwapChainWindow(std::uintptr_t nativeWindow);
     SwapChainWindow(const SwapChainWindow&) = delete;
     SwapChainWindow& operator=(const SwapChainWindow&) = delete;

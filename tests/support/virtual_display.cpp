@@ -2,7 +2,6 @@
 
 #include <array>
 #include <csignal>
-#include <cstdlib>
 #include <fcntl.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
@@ -58,19 +57,6 @@ VirtualDisplay::~VirtualDisplay() {
         kill(server_, SIGTERM);
         waitpid(server_, nullptr, 0);
     }
-}
-
-bool provideDisplay() {
-    const char* display = std::getenv("DISPLAY");
-    if (display != nullptr && *display != '\0') {
-        return true;
-    }
-    static const VirtualDisplay own("1280x1024x24");
-    if (!own.name()) {
-        return false;
-    }
-    setenv("DISPLAY", own.name()->c_str(), 1);
-    return true;
 }
 
 } // namespace vexil::tests

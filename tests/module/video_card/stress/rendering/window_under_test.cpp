@@ -1,7 +1,7 @@
 #include "window_under_test.h"
 
 #include "module/video_card/stress/rendering/quad_objects.h"
-#include "support/virtual_display.h"
+#include "support/display.h"
 
 #include <gtest/gtest.h>
 
@@ -20,7 +20,6 @@ class Display final : public testing::Environment {
 public:
     void SetUp() override {
         ASSERT_TRUE(provideDisplay()) << "there is no display, and no Xvfb";
-        qputenv("QT_QPA_PLATFORM", "xcb");
         static int count = 1;
         static char name[] = "tests";
         static char* arguments[] = {name, nullptr};
