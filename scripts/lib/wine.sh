@@ -66,7 +66,8 @@ wine_install_direct3d() {
 
 # wine_session COMMAND...: runs a command, which may be a whole test run, with one display, since
 # Wine finds the graphics card through X11. The programs of a prefix share one desktop, and so
-# one display: sessions that make a virtual display wait for each other.
+# one display: sessions that make a virtual display wait for each other. Every window of the stress test
+# has room on it.
 wine_session() (
     if [[ -n ${DISPLAY:-} ]]; then
         "$@"
@@ -75,7 +76,7 @@ wine_session() (
     mkdir -p "$BUILD_ROOT"
     exec 8>"$WINE_PREFIX.session"
     flock 8
-    display_run wine_end_after "$@" 8>&-
+    VIRTUAL_SCREEN=1920x1080x24 display_run wine_end_after "$@" 8>&-
 )
 
 # Wine's server outlives its programs by some seconds; it must not meet the next session's display.
