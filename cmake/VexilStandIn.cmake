@@ -1,3 +1,4 @@
+# The file name and the folder below the programs' own; an import library, which nobody links, lies out of their way.
 function(vexil_name_stand_in target file folder)
   if(NOT WIN32)
     target_link_options(${target} PRIVATE -Wl,-soname,${file})

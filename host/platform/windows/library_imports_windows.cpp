@@ -109,7 +109,7 @@ std::string culprit(const std::filesystem::path& library, std::set<std::filesyst
         const auto wide = vexil::platform::toWide(name);
         const auto file = installed(library, wide);
         if (!file) {
-            if (LoadLibraryW(wide.c_str()) == nullptr) {
+            if (LoadLibraryExW(wide.c_str(), nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32) == nullptr) {
                 return "it needs '" + name + "', which is missing";
             }
             continue;
