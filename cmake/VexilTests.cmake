@@ -25,6 +25,7 @@ set(VEXIL_SANITIZED_THREAD_TESTS
   vexil_nvapi_tests
   vexil_parameter_tests
   vexil_random_tests
+  vexil_recordings_tests
   vexil_sal_tests
   vexil_scenario_tests
   vexil_simulated_cuda_tests

@@ -1,8 +1,11 @@
 #include "support/recorded_tree.h"
 
+#include <algorithm>
+#include <charconv>
 #include <fstream>
 #include <optional>
 #include <random>
+#include <sstream>
 #include <stdexcept>
 
 namespace vexil::tests {
@@ -26,6 +29,34 @@ std::optional<std::string> behind(const std::string& line, const std::string& wo
     return line.starts_with(word) ? std::optional(line.substr(word.size())) : std::nullopt;
 }
 
+std::size_t hexadecimal(const std::string& word) {
+    std::size_t number = 0;
+    const auto* const end = word.data() + word.size();
+    if (word.empty() || std::from_chars(word.data(), end, number, 16).ptr != end) {
+        throw std::runtime_error("not a hexadecimal number: " + word);
+    }
+    return number;
+}
+
+/// The content that the lines of a @bytes entry describe.
+std::string bytesOf(const std::string& lines) {
+    std::string content;
+    std::istringstream stream(lines);
+    for (std::string line; std::getline(stream, line);) {
+        const auto colon = line.find(':');
+        if (colon == std::string::npos) {
+            throw std::runtime_error("no line of bytes: " + line);
+        }
+        auto place = hexadecimal(line.substr(0, colon));
+        std::istringstream bytes(line.substr(colon + 1));
+        for (std::string byte; bytes >> byte; ++place) {
+            content.resize(std::max(content.size(), place + 1));
+            content[place] = static_cast<char>(hexadecimal(byte));
+        }
+    }
+    return content;
+}
+
 } // namespace
 
 RecordedTree::RecordedTree() : root_(newFolder()) {}
@@ -36,10 +67,11 @@ RecordedTree::RecordedTree(const fs::path& file) : RecordedTree() {
         throw std::runtime_error("no recorded tree " + file.string());
     }
     std::optional<std::string> path;
+    bool isBytes = false;
     std::string content;
     const auto finishFile = [&] {
         if (path) {
-            addFile(*path, content);
+            addFile(*path, isBytes ? bytesOf(content) : content);
         }
         path.reset();
         content.clear();
@@ -50,8 +82,10 @@ RecordedTree::RecordedTree(const fs::path& file) : RecordedTree() {
             continue;
         }
         finishFile();
-        if (path = behind(line, "@file "); path) {
-            content.clear();
+        if (path = behind(line, "@bytes "); path) {
+            isBytes = true;
+        } else if (path = behind(line, "@file "); path) {
+            isBytes = false;
         } else if (const auto folder = behind(line, "@folder ")) {
             addFolder(*folder);
         } else if (const auto link = behind(line, "@link ");

@@ -8,6 +8,8 @@ namespace vexil::tests {
 /// A machine's files in a folder of their own, which goes with the object. They are written in one text:
 ///     # a note                    before the first entry
 ///     @file PATH                  the lines up to the next entry are its content
+///     @bytes PATH                 the lines up to the next entry are "OFFSET: BYTE BYTE ...", all of it
+///                                 hexadecimal, as `lspci -xxx` prints it; other bytes are 0
 ///     @link PATH -> TARGET
 ///     @folder PATH
 /// Paths are relative to the root of the machine; the folders that they need are made.

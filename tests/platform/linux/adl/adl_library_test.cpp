@@ -1,7 +1,7 @@
 #include "module/video_card/adapter_record.h"
 #include "module/video_card/statistics/adl/adl_scanner.h"
 #include "platform/adl.h"
-#include "platform/shared_library.h"
+#include "support/library_at_path.h"
 #include "support/recorded_tree.h"
 
 #include <gtest/gtest.h>
@@ -20,16 +20,6 @@ namespace adl = platform::adl;
 
 constexpr const char* polarisFolder = "devices/pci0000:00/0000:00:01.0/0000:03:00.0";
 
-/// Opens the one library under whatever name it is asked for.
-class FileLoader final : public ::Module {
-public:
-    void* load(const char*, std::uint32_t) override { return platform::openLibraryPath(VEXIL_ADL_LIBRARY); }
-    void* resolve(void* library, const char* symbol) override {
-        return platform::librarySymbol(library, symbol);
-    }
-    void release(void* library) override { platform::closeLibrary(library); }
-};
-
 class AdlLibrary : public testing::Test {
 protected:
     AdlLibrary() { setenv("VEXIL_SYSFS_ROOT", tree_.root().c_str(), 1); }
@@ -46,7 +36,7 @@ protected:
     }
 
     RecordedTree tree_{std::string(VEXIL_TEST_DATA) + "/workstation.tree"};
-    FileLoader loader_;
+    LibraryAtPath loader_{VEXIL_ADL_LIBRARY};
     ADLContexts contexts_{loader_};
 };
 
