@@ -21,7 +21,10 @@ DialogEnvironment* current = nullptr;
 platform::Desktop& DialogEnvironment::desktop() { return platform::systemDesktop(); }
 Module* DialogEnvironment::loader() { return get_module(); }
 std::string DialogEnvironment::stylesheet() { return StyleManager::instance().Stylesheet(); }
-std::string DialogEnvironment::temporaryFolder() { return get_temporary_path(); }
+std::string DialogEnvironment::temporaryFolder() {
+    const char* folder = get_temporary_path();
+    return folder == nullptr ? std::string() : folder;
+}
 
 DialogEnvironment& dialogEnvironment() { return current == nullptr ? systemEnvironment() : *current; }
 

@@ -16,7 +16,7 @@ public:
     [[nodiscard]] virtual Module* loader();
     /// The application's stylesheet, UTF-8.
     [[nodiscard]] virtual std::string stylesheet();
-    /// UTF-8; may be missing still.
+    /// UTF-8; may be missing still. Empty if the suite has none.
     [[nodiscard]] virtual std::string temporaryFolder();
 };
 

@@ -31,8 +31,10 @@ QString filePattern(const QDir& folder, const std::string& baseName) {
 
 /// Nothing if the copy could not be written whole.
 std::optional<std::string> writeCopy(const std::string& text, const std::string& baseName, QObject& owner) {
-    const QDir folder(QString::fromStdString(dialogEnvironment().temporaryFolder()));
-    if (!folder.mkpath(".")) {
+    const auto path = dialogEnvironment().temporaryFolder();
+    const QDir folder(QString::fromStdString(path));
+    // Without a name it would be the working directory.
+    if (path.empty() || !folder.mkpath(".")) {
         return std::nullopt;
     }
     auto file = std::make_unique<QTemporaryFile>(filePattern(folder, baseName));

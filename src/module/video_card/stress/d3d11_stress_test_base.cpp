@@ -13,7 +13,11 @@ std::uint32_t D3D11StressTestBase::expectedDurationMinutes() const {
 }
 
 std::uint64_t D3D11StressTestBase::durationSeconds() const {
-    return static_cast<std::uint64_t>(duration_.minutes() * 60.0F);
+    const float seconds = duration_.minutes() * 60.0F;
+    // What the processor gives for a number that does not fit.
+    constexpr auto noInteger = std::uint64_t{1} << 63;
+    return seconds > -1.0F && seconds < 18446744073709551616.0F ? static_cast<std::uint64_t>(seconds)
+                                                               : noInteger;
 }
 
 } // namespace vexil::module::video_card

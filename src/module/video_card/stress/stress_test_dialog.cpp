@@ -49,9 +49,10 @@ StressTestDialog::StressTestDialog(const StressRun& run, const LoadController& l
                                    QWidget* parent, QObject* eventFilter,
                                    const TestParameterScreenDimensions& dimensions, float scale)
     : InputDialog(parent, eventFilter) {
-    // The other dialogs are seen through at their corners. Here the card's pictures would not be seen at all.
+    // The native window, which the swap chain needs, is there from now on. Were it made as one that is seen
+    // through, as those of the other dialogs are, the card's pictures would not be seen.
     setAttribute(Qt::WA_TranslucentBackground, false);
-    winId(); // the native window, which the swap chain needs, is there from now on
+    winId();
     QCoreApplication::postEvent(this, new QEvent(shownEvent));
     const auto geometry = geometryOf(dimensions);
     setUpUi();
@@ -70,6 +71,7 @@ StressTestDialog::StressTestDialog(const StressRun& run, const LoadController& l
     startTimers(run, loadController);
     setAttribute(Qt::WA_PaintOnScreen);
     setAttribute(Qt::WA_NoSystemBackground);
+    setAttribute(Qt::WA_TranslucentBackground);
     setResult(StressCode::Running);
 }
 
@@ -102,6 +104,8 @@ void StressTestDialog::createScene(const StressRun& run, const QRect& geometry, 
 }
 
 void StressTestDialog::translateLabels() {
+    // Asked for with the others; the overlay asks for it again where it is shown.
+    [[maybe_unused]] const auto instruction = translate(keys::escInstruction);
     scene_->setLabels({translate(keys::stressInfoFps), translate(keys::stressInfoGpuUsage),
                        translate(keys::stressInfoTemperature)});
 }

@@ -22,6 +22,9 @@ constexpr std::uint32_t offscreenWidth = 1920;
 constexpr std::uint32_t offscreenHeight = 1080;
 constexpr std::uint32_t sphereSegments = 100;
 
+/// Far longer than a frame takes: a card that takes it is not waited for, so that the run can be ended.
+constexpr std::chrono::seconds longestFrame{2};
+
 /// Waits for the frame before the last one. Nothing else holds a renderer without a window back: its driver
 /// would put frames by the dozen on the card's list, and a run would end long after its time.
 class FrameLimit {
@@ -47,8 +50,9 @@ public:
             return;
         }
         BOOL done = FALSE;
+        const auto end = std::chrono::steady_clock::now() + longestFrame;
         while (dx11_.context->GetData(earlier.get(), &done, sizeof done, 0) == S_FALSE &&
-               dx11_.device->GetDeviceRemovedReason() == S_OK) {
+               dx11_.device->GetDeviceRemovedReason() == S_OK && std::chrono::steady_clock::now() < end) {
             std::this_thread::sleep_for(std::chrono::microseconds(100));
         }
     }

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QHBoxLayout>
+#include <QPixmap>
 #include <QScreen>
 #include <QTranslator>
 #include <gmock/gmock.h>
@@ -22,10 +23,13 @@ using module::video_card::StressTestDialog;
 using module::video_card::TestParameterScreenDimensions;
 using testing::ElementsAre;
 
-/// Says "<key>" in the place of a key of the module, and the form's title backwards.
+/// Says "<key>" in the place of a key of the module, and notes what it is asked for.
 class MarkingTranslator final : public QTranslator {
 public:
+    mutable std::vector<std::string> asked; ///< "context: key"
+
     QString translate(const char* context, const char* key, const char*, int) const override {
+        asked.push_back(std::string(context) + ": " + key);
         if (std::string_view(context) == "VIDEO_CARD") {
             return QString("<%1>").arg(key);
         }
@@ -107,8 +111,7 @@ TEST_F(StressWindow, IsWithoutFrameAboveAllAndLeftToTheCard) {
     EXPECT_TRUE(dialog.testAttribute(Qt::WA_NoSystemBackground));
     EXPECT_TRUE(dialog.testAttribute(static_cast<Qt::WidgetAttribute>(121)));
     EXPECT_FALSE(dialog.testAttribute(Qt::WA_DeleteOnClose));
-    EXPECT_FALSE(dialog.testAttribute(Qt::WA_TranslucentBackground))
-        << "the card's pictures would not be seen";
+    EXPECT_TRUE(dialog.testAttribute(static_cast<Qt::WidgetAttribute>(120)));
     EXPECT_EQ(dialog.paintEngine(), nullptr);
     EXPECT_EQ(dialog.cursor().shape(), Qt::BlankCursor);
     EXPECT_EQ(dialog.focusPolicy(), Qt::NoFocus);
@@ -125,6 +128,17 @@ TEST_F(StressWindow, IsNamedAsTheFormNamesIt) {
     EXPECT_EQ(dialog.layout()->objectName(), "horizontalLayout");
 }
 
+TEST_F(StressWindow, BearsTheIconOfTheApplication) {
+    QPixmap picture(16, 16);
+    picture.fill(Qt::red);
+    const auto before = QApplication::windowIcon();
+    QApplication::setWindowIcon(picture);
+    const auto& dialog = build();
+    EXPECT_TRUE(dialog.testAttribute(Qt::WA_SetWindowIcon)) << "its own, not the one that every window has";
+    EXPECT_EQ(dialog.windowIcon().cacheKey(), QApplication::windowIcon().cacheKey());
+    QApplication::setWindowIcon(before);
+}
+
 TEST_F(StressWindow, BearsTheNameOfTheCard) {
     EXPECT_EQ(build().windowTitle().toStdString(), card_.device.displayName());
     EXPECT_NE(build().windowTitle(), "Form");
@@ -133,11 +147,17 @@ TEST_F(StressWindow, BearsTheNameOfTheCard) {
 TEST_F(StressWindow, TranslatesTheLabelsOfTheOverlay) {
     MarkingTranslator translator;
     QCoreApplication::installTranslator(&translator);
+    translator.asked.clear(); // Qt asks something of its own
     build();
+    const auto asked = translator.asked;
     QCoreApplication::removeTranslator(&translator);
     EXPECT_EQ(script_.labels.fps, L"<GPU_STRESS_TEST_INFO_FPS>");
     EXPECT_EQ(script_.labels.usage, L"<GPU_STRESS_TEST_INFO_GPU_USAGE>");
     EXPECT_EQ(script_.labels.temperature, L"<GPU_STRESS_TEST_INFO_TEMPERATURE>");
+    EXPECT_THAT(asked, ElementsAre("StressTestDialog: Form", "VIDEO_CARD: ESC_INSTRUCTION",
+                                   "VIDEO_CARD: GPU_STRESS_TEST_INFO_FPS",
+                                   "VIDEO_CARD: GPU_STRESS_TEST_INFO_GPU_USAGE",
+                                   "VIDEO_CARD: GPU_STRESS_TEST_INFO_TEMPERATURE"));
 }
 
 TEST_F(StressWindow, PostsItselfTheEvent1000OnceItsNativeWindowIsThere) {

@@ -132,6 +132,25 @@ TEST_F(WindowPath, EndsWithinASecondAtAStopFromTheHostWithoutAMessageOfIts) {
     EXPECT_EQ(stress_.reporter.reports().size(), 3U) << "the lines of what was measured, and nothing else";
 }
 
+TEST_F(WindowPath, IsNotCompletedThoughAFrameDifferedWhenTheHostStopsIt) {
+    stress_.window.renderer.picture[5] = 0xFF00FF00;
+    stress_.reporter.onProgress = [this](std::uint8_t) {
+        // Once the window is gone, whose last second has found the difference.
+        stress_.card.cancel = stress_.window.calls.back() == "gone" ? 1 : 0;
+    };
+    EXPECT_EQ(stress_.run(), TestResult::NotCompleted);
+    EXPECT_THAT(stress_.reporter.reports(), IsEmpty());
+}
+
+TEST_F(WindowPath, IsNotCompletedThoughAFrameDifferedWhenASystemEventHasHappened) {
+    stress_.window.renderer.picture[5] = 0xFF00FF00;
+    stress_.window.onRender = [this] {
+        stress_.card.arguments.systemEvents->flags = stress_.window.renderings.back() > 0.9F ? 1 : 0;
+    };
+    EXPECT_EQ(stress_.run(), TestResult::NotCompleted);
+    EXPECT_THAT(stress_.reporter.reports(), ElementsAre(systemEvent));
+}
+
 TEST_F(WindowPath, OfAHostThatShowsNothingCouldNotExecuteTheOperation) {
     stress_.reporter.asks = false;
     EXPECT_EQ(stress_.run(), TestResult::NotCompleted);

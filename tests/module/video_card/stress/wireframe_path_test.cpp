@@ -172,6 +172,31 @@ TEST_F(WireframePath, TellsASystemEventTwiceAsItStands) {
                                                      "progress 100", "progress 100", systemEvent));
 }
 
+TEST_F(WireframePath, TellsOfAFrameThatFailedAndOfTheEventThatCameWithIt) {
+    stress_.wireframe.failingFrame = 2;
+    atFrame(2, [this] { stress_.card.arguments.systemEvents->flags = 8; });
+    EXPECT_EQ(stress_.run(), TestResult::NotCompleted);
+    EXPECT_THAT(stress_.reporter.events,
+                ElementsAre("progress 100", "progress 100", failedOperation, "progress 100", systemEvent));
+}
+
+TEST_F(WireframePath, OfAHostThatRunsNothingPassesAsItStands) {
+    stress_.reporter.asks = false;
+    stress_.timer.ticksPerQuestion = 250;
+    EXPECT_EQ(stress_.run(), TestResult::Passed) << "no slice ran that could have failed";
+    EXPECT_THAT(stress_.wireframe.calls, IsEmpty());
+    EXPECT_GT(stress_.reporter.questions, 1);
+    EXPECT_EQ(stress_.reporter.reports().size(), 3U);
+}
+
+TEST_F(WireframePath, OfADurationThatIsNoNumberGoesOnUntilItIsEnded) {
+    stress_.set("DURATION", "nan");
+    atFrame(30, [this] { stress_.card.cancel = 1; });
+    EXPECT_EQ(stress_.run(), TestResult::NotCompleted);
+    EXPECT_EQ(stress_.wireframe.frames, 32);
+    EXPECT_EQ(stress_.reporter.events.front(), "progress 0");
+}
+
 TEST_F(WireframePath, LeavesOutSensorsThatAreMissing) {
     stress_.sensors->temperature.reset();
     EXPECT_EQ(stress_.run(), TestResult::Passed);

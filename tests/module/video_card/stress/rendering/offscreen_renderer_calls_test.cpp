@@ -5,6 +5,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
+#include <cstring>
 #include <random>
 #include <span>
 #include <string>
@@ -119,6 +121,42 @@ TEST_F(OffscreenRendererCalls, DrawEachFrameIntoTheOtherTarget) {
     EXPECT_THAT(frame(), ElementsAreArray(frameCalls("targetView#2", "resourceView#1")));
     EXPECT_THAT(frame(), ElementsAreArray(frameCalls("targetView#1", "resourceView#2")))
         << "after two frames the first target's turn has come again";
+}
+
+/// The matrices that the vertex shader has been given: model, view and projection.
+std::array<Matrix, 3> boundMatrices(const Dx11Context& dx11) {
+    ID3D11Buffer* buffer = nullptr;
+    dx11.context->VSGetConstantBuffers(0, 1, &buffer);
+    D3D11_BUFFER_DESC description{};
+    buffer->GetDesc(&description);
+    std::array<Matrix, 3> matrices{};
+    EXPECT_EQ(description.ByteWidth, sizeof(matrices));
+    description.Usage = D3D11_USAGE_STAGING;
+    description.BindFlags = 0;
+    description.CPUAccessFlags = D3D11_CPU_ACCESS_READ;
+    ID3D11Buffer* copy = nullptr;
+    EXPECT_EQ(dx11.device->CreateBuffer(&description, nullptr, &copy), S_OK);
+    dx11.context->CopyResource(copy, buffer);
+    D3D11_MAPPED_SUBRESOURCE mapped{};
+    EXPECT_EQ(dx11.context->Map(copy, 0, D3D11_MAP_READ, 0, &mapped), S_OK);
+    std::memcpy(&matrices, mapped.pData, sizeof(matrices));
+    dx11.context->Unmap(copy, 0);
+    copy->Release();
+    buffer->Release();
+    return matrices;
+}
+
+TEST_F(OffscreenRendererCalls, TurnTheModelByATwentiethWithEachStepAndEnlargeItFiftyTimes) {
+    float angle = 0;
+    for (int step = 0; step < 3; ++step) {
+        static_cast<void>(frame());
+        const auto [model, view, projection] = boundMatrices(dx11_);
+        EXPECT_EQ(model, multiply(rotationYMatrix(angle), scalingMatrix(50))) << step;
+        EXPECT_EQ(view, lookToMatrix({0, 0, -50}, {0, 0, 50}, {0, 1, 0}));
+        EXPECT_EQ(projection, perspectiveMatrix(2 * 0.3926991F, 64.0F / 48.0F, 50, 20000));
+        renderer_->advanceTime();
+        angle += 0.05F;
+    }
 }
 
 TEST_F(OffscreenRendererCalls, DrawEveryObjectOfAllLists) {
