@@ -1,7 +1,7 @@
 #include "core/shared_api.h"
 #include "simulated/adl/adl_functions.h"
 #include "simulated/adl/adl_machine.h"
-#include "simulated/scenario/scenario.h"
+#include "simulated/scenario/scenario_of_process.h"
 
 #include <cstdint>
 
@@ -15,12 +15,8 @@ namespace adl = vexil::platform::adl;
 /// A scenario that cannot be read is a machine without a card: the host has checked it, and a library has
 /// nobody to tell.
 AdlMachine machineOfProcess() {
-    const auto file = scenarioFileOfProcess();
-    try {
-        return file ? adlMachineOf(loadScenario(*file)) : AdlMachine{};
-    } catch (const ScenarioError&) {
-        return {};
-    }
+    const auto scenario = loadScenarioOfProcess();
+    return scenario ? adlMachineOf(*scenario) : AdlMachine{};
 }
 
 } // namespace

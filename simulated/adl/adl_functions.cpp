@@ -9,11 +9,6 @@ namespace vexil::simulated::adl_functions {
 
 namespace {
 
-adl::Status statusOf(const FunctionStatuses& statuses, const char* function) {
-    const auto found = statuses.find(function);
-    return found == statuses.end() ? adl::ok : found->second;
-}
-
 struct Found {
     const AdlCardSection* card = nullptr;
     const AdlAdapter* adapter = nullptr;

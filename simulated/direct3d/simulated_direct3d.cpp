@@ -13,10 +13,6 @@ namespace vexil::simulated {
 
 namespace {
 
-std::uint32_t hexadecimal(const std::string& digits) {
-    return static_cast<std::uint32_t>(std::stoul(digits, nullptr, 16));
-}
-
 HRESULT createReal(PFN_D3D11_CREATE_DEVICE real, const DeviceRequest& request, IDXGIAdapter* adapter,
                    ID3D11Device** device, ID3D11DeviceContext** context) {
     return real(adapter, request.driverType, request.software, request.flags, request.featureLevels,

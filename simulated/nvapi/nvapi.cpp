@@ -1,7 +1,7 @@
 #include "platform/nvapi.h"
 #include "core/shared_api.h"
 #include "simulated/nvapi/nvapi_machine.h"
-#include "simulated/scenario/scenario.h"
+#include "simulated/scenario/scenario_of_process.h"
 
 #include <cstdint>
 
@@ -13,12 +13,8 @@ using namespace vexil::simulated;
 /// A scenario that cannot be read is a machine without a GPU: the host has checked it, and a library has
 /// nobody to tell.
 NvapiMachine machineOfProcess() {
-    const auto file = scenarioFileOfProcess();
-    try {
-        return file ? nvapiMachineOf(loadScenario(*file)) : NvapiMachine{};
-    } catch (const ScenarioError&) {
-        return {};
-    }
+    const auto scenario = loadScenarioOfProcess();
+    return scenario ? nvapiMachineOf(*scenario) : NvapiMachine{};
 }
 
 } // namespace

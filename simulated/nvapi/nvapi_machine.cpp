@@ -1,12 +1,12 @@
 #include "simulated/nvapi/nvapi_machine.h"
 
-#include "core/never_destroyed.h"
 #include "platform/nvapi.h"
+#include "simulated/current_machine.h"
 #include "simulated/scenario/scenario.h"
 
 #include <algorithm>
 #include <array>
-#include <mutex>
+#include <utility>
 
 namespace vexil::simulated {
 
@@ -16,26 +16,7 @@ using nvapi::Status;
 
 namespace {
 
-struct Place {
-    std::mutex mutex;
-    std::shared_ptr<const NvapiMachine> machine = std::make_shared<const NvapiMachine>();
-};
-
-Place& place() {
-    // Never destroyed: callers may outlive the statics of this library.
-    static core::NeverDestroyed<Place> only;
-    return only.get();
-}
-
-std::shared_ptr<const NvapiMachine> machine() {
-    const std::lock_guard lock(place().mutex);
-    return place().machine;
-}
-
-Status statusOf(const FunctionStatuses& statuses, const char* function) {
-    const auto found = statuses.find(function);
-    return found == statuses.end() ? nvapi::ok : found->second;
-}
+std::shared_ptr<const NvapiMachine> machine() { return CurrentMachine<NvapiMachine>::get(); }
 
 /// Handles are addresses of these bytes, so that a foreign one is told from a GPU's.
 std::array<char, nvapi::maxGpus> handles;
@@ -167,11 +148,7 @@ NvapiMachine nvapiMachineOf(const Scenario& scenario) {
     return machine;
 }
 
-void setNvapiMachine(NvapiMachine newMachine) {
-    auto shared = std::make_shared<const NvapiMachine>(std::move(newMachine));
-    const std::lock_guard lock(place().mutex);
-    place().machine = std::move(shared);
-}
+void setNvapiMachine(NvapiMachine newMachine) { CurrentMachine<NvapiMachine>::set(std::move(newMachine)); }
 
 void* queryNvapi(std::uint32_t functionId) {
     const auto found = std::ranges::find(functions, functionId, &Function::id);

@@ -34,15 +34,11 @@ constexpr const char* allFunctions[] = {
     "ADL2_Adapter_VRAMUsage_Get",
 };
 
-std::int32_t hexadecimal(const std::string& text) {
-    return static_cast<std::int32_t>(std::stoul(text, nullptr, 16));
-}
-
 AdlAdapter adapterAt(const std::string& location) {
     AdlAdapter adapter;
-    adapter.bus = hexadecimal(location.substr(0, 2));
-    adapter.device = hexadecimal(location.substr(3, 2));
-    adapter.function = hexadecimal(location.substr(6));
+    adapter.bus = static_cast<std::int32_t>(hexadecimal(location.substr(0, 2)));
+    adapter.device = static_cast<std::int32_t>(hexadecimal(location.substr(3, 2)));
+    adapter.function = static_cast<std::int32_t>(hexadecimal(location.substr(6)));
     return adapter;
 }
 

@@ -258,4 +258,8 @@ FieldReader readJsonFile(const std::string& file) {
     }
 }
 
+std::uint32_t hexadecimal(const std::string& digits) {
+    return static_cast<std::uint32_t>(std::stoul(digits, nullptr, 16));
+}
+
 } // namespace vexil::simulated

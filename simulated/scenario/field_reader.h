@@ -82,4 +82,7 @@ private:
 /// cannot be read or is no JSON.
 [[nodiscard]] FieldReader readJsonFile(const std::string& file);
 
+/// Of digits that were checked before, such as those of a card's ids and of its location.
+[[nodiscard]] std::uint32_t hexadecimal(const std::string& digits);
+
 } // namespace vexil::simulated

@@ -15,6 +15,12 @@ namespace vexil::simulated {
 /// What functions of a vendor's library answer, by their names; a function without an entry succeeds.
 using FunctionStatuses = std::map<std::string, std::int32_t>;
 
+/// 0 for success.
+inline std::int32_t statusOf(const FunctionStatuses& statuses, const std::string& function) {
+    const auto found = statuses.find(function);
+    return found == statuses.end() ? 0 : found->second;
+}
+
 /// Reads the object "statuses", one field for each function that is to answer something else than success.
 inline FunctionStatuses readStatuses(FieldReader& reader, std::span<const char* const> functions) {
     FunctionStatuses statuses;

@@ -28,10 +28,6 @@ constexpr const char* allFunctions[] = {
     "nvapi_QueryInterface",
 };
 
-std::uint32_t hexadecimal(const std::string& text) {
-    return static_cast<std::uint32_t>(std::stoul(text, nullptr, 16));
-}
-
 } // namespace
 
 std::optional<NvapiCardSection> readNvapiCard(FieldReader& card, const std::string& location) {

@@ -16,9 +16,7 @@ std::string matching(FieldReader& reader, const std::string& field, const char* 
     return text;
 }
 
-std::string decimal(const std::string& hexadecimal) {
-    return std::to_string(std::stoul(hexadecimal, nullptr, 16));
-}
+std::string decimal(const std::string& digits) { return std::to_string(hexadecimal(digits)); }
 
 } // namespace
 

@@ -2,8 +2,18 @@
 
 #include <mutex>
 #include <string>
+#include <utility>
 
 namespace vexil::simulated {
+
+std::optional<Scenario> loadScenarioOfProcess() {
+    const auto file = scenarioFileOfProcess();
+    try {
+        return file ? std::optional(loadScenario(*file)) : std::nullopt;
+    } catch (const ScenarioError&) {
+        return std::nullopt;
+    }
+}
 
 std::shared_ptr<const Scenario> scenarioOfProcess() {
     static std::mutex mutex;
@@ -17,11 +27,8 @@ std::shared_ptr<const Scenario> scenarioOfProcess() {
     const std::lock_guard lock(mutex);
     if (*file != readFile) {
         readFile = *file;
-        try {
-            scenario = std::make_shared<const Scenario>(loadScenario(*file));
-        } catch (const ScenarioError&) {
-            scenario = nullptr;
-        }
+        auto read = loadScenarioOfProcess();
+        scenario = read ? std::make_shared<const Scenario>(std::move(*read)) : nullptr;
     }
     return scenario;
 }

@@ -1,6 +1,7 @@
 #include "platform/display_driver_library.h"
 
 #include "platform/wide_text.h"
+#include "platform/windows/driver_store.h"
 
 #include <windows.h>
 
@@ -43,9 +44,8 @@ std::vector<std::wstring> displayServices() {
     return services;
 }
 
-/// The folder of a service's driver, with a separator at its end. The record names the driver from the
-/// system's root ("\SystemRoot\System32\DriverStore\...") or relative to it.
-std::optional<std::wstring> driverFolder(const std::wstring& service) {
+/// The path of a service's driver, as its record names it.
+std::optional<std::wstring> imageOf(const std::wstring& service) {
     std::vector<wchar_t> path(1024);
     auto bytes = static_cast<DWORD>(path.size() * sizeof(wchar_t));
     const auto key = L"SYSTEM\\CurrentControlSet\\Services\\" + service;
@@ -53,25 +53,13 @@ std::optional<std::wstring> driverFolder(const std::wstring& service) {
                      nullptr, path.data(), &bytes) != ERROR_SUCCESS) {
         return std::nullopt;
     }
-    std::wstring image = path.data();
-    constexpr std::wstring_view rooted = L"\\SystemRoot\\";
-    constexpr std::wstring_view literal = L"\\??\\";
-    std::vector<wchar_t> windows(MAX_PATH);
-    const auto length = GetSystemWindowsDirectoryW(windows.data(), MAX_PATH);
-    if (length == 0 || length >= MAX_PATH) {
-        return std::nullopt;
-    }
-    const std::wstring root = std::wstring(windows.data()) + L"\\";
-    const auto start = image.substr(0, rooted.size());
-    if (CompareStringOrdinal(start.c_str(), -1, rooted.data(), -1, TRUE) == CSTR_EQUAL) {
-        image = root + image.substr(rooted.size());
-    } else if (image.starts_with(literal)) {
-        image = image.substr(literal.size());
-    } else if (image.find(L':') == std::wstring::npos) {
-        image = root + image;
-    }
-    const auto end = image.find_last_of(L'\\');
-    return end == std::wstring::npos ? std::nullopt : std::optional(image.substr(0, end + 1));
+    return std::wstring(path.data());
+}
+
+std::optional<std::wstring> windowsFolder() {
+    std::vector<wchar_t> folder(MAX_PATH);
+    const auto length = GetSystemWindowsDirectoryW(folder.data(), MAX_PATH);
+    return length == 0 || length >= MAX_PATH ? std::nullopt : std::optional<std::wstring>(folder.data());
 }
 
 } // namespace
@@ -84,8 +72,10 @@ void* openDisplayDriverLibrary(const std::string& name) {
     if (HMODULE library = LoadLibraryExW(wide.c_str(), nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32)) {
         return library;
     }
-    for (const auto& service : displayServices()) {
-        const auto folder = driverFolder(service);
+    const auto windows = windowsFolder();
+    for (const auto& service : windows ? displayServices() : std::vector<std::wstring>()) {
+        const auto image = imageOf(service);
+        const auto folder = image ? driverStoreFolder(*image, *windows) : std::nullopt;
         if (!folder) {
             continue;
         }

@@ -1,6 +1,7 @@
 #include "platform/linux/adl/amdgpu_cards.h"
 
 #include <algorithm>
+#include <charconv>
 #include <fstream>
 #include <system_error>
 
@@ -13,18 +14,22 @@ namespace {
 constexpr std::uint32_t amd = 0x1002;
 constexpr std::uint32_t displayController = 3;
 
-template <typename Number>
-std::optional<Number> readNumber(const fs::path& file, std::ios_base& (*base)(std::ios_base&) = std::dec) {
-    std::ifstream stream(file);
-    Number number{};
-    return stream >> base >> number ? std::optional(number) : std::nullopt;
-}
-
 std::string readWord(const fs::path& file) {
     std::ifstream stream(file);
     std::string word;
     stream >> word;
     return word;
+}
+
+/// Nothing for a file that holds anything else than a number; hexadecimal ones begin with "0x".
+template <typename Number>
+std::optional<Number> readNumber(const fs::path& file, int base = 10) {
+    const auto word = readWord(file);
+    const char* const first = word.data() + (base == 16 && word.starts_with("0x") ? 2 : 0);
+    const char* const end = word.data() + word.size();
+    Number number{};
+    const auto result = std::from_chars(first, end, number, base);
+    return result.ec == std::errc() && result.ptr == end ? std::optional(number) : std::nullopt;
 }
 
 std::vector<fs::path> entriesOf(const fs::path& folder) {
@@ -48,9 +53,9 @@ std::optional<AmdgpuCard> readCard(const fs::path& folder) {
     if (!address) {
         return std::nullopt;
     }
-    const auto deviceClass = readNumber<std::uint32_t>(folder / "class", std::hex).value_or(0);
-    if (readNumber<std::uint32_t>(folder / "vendor", std::hex) != amd ||
-        deviceClass >> 16 != displayController || driverOf(folder) != "amdgpu") {
+    const auto deviceClass = readNumber<std::uint32_t>(folder / "class", 16).value_or(0);
+    if (readNumber<std::uint32_t>(folder / "vendor", 16) != amd || deviceClass >> 16 != displayController ||
+        driverOf(folder) != "amdgpu") {
         return std::nullopt;
     }
     return AmdgpuCard{*address, folder};
@@ -84,7 +89,7 @@ bool AmdgpuCard::isPresent() const {
 }
 
 std::optional<std::uint32_t> AmdgpuCard::deviceId() const {
-    return readNumber<std::uint32_t>(folder / "device", std::hex);
+    return readNumber<std::uint32_t>(folder / "device", 16);
 }
 
 std::optional<std::int32_t> AmdgpuCard::millidegrees() const {

@@ -116,7 +116,7 @@ TEST_F(AmdgpuCards, TellNothingWhereFilesCannotBeRead) {
 }
 
 TEST_F(AmdgpuCards, TellNothingWhereFilesHoldNoNumber) {
-    for (const char* content : {"", "\n", "N/A\n", "99999999999999999999999\n"}) {
+    for (const char* content : {"", "\n", "N/A\n", "12abc\n", "0x12\n", "99999999999999999999999\n"}) {
         for (const char* file : {"hwmon/hwmon2/temp1_input", "mem_info_vram_total", "mem_info_vram_used"}) {
             replace(std::string("devices/pci0000:00/0000:00:01.0/0000:03:00.0/") + file, content);
         }
@@ -124,6 +124,11 @@ TEST_F(AmdgpuCards, TellNothingWhereFilesHoldNoNumber) {
         EXPECT_EQ(card(polaris).memoryBytes(), std::nullopt) << content;
         EXPECT_EQ(card(polaris).usedBytes(), std::nullopt) << content;
     }
+}
+
+TEST_F(AmdgpuCards, HaveNoMemoryBelowZero) {
+    replace("devices/pci0000:00/0000:00:01.0/0000:03:00.0/mem_info_vram_total", "-1\n");
+    EXPECT_EQ(card(polaris).memoryBytes(), std::nullopt);
 }
 
 TEST_F(AmdgpuCards, PassOverDevicesThatCannotBeReadOrAreNoDevices) {

@@ -36,12 +36,11 @@ bool ADLDeviceStatistics::matches(const AdapterRecord& adapter) const {
 }
 
 Status ADLDeviceStatistics::getTotalMemory(std::uint64_t& bytes) {
-    const auto library = context();
-    if (!library || library->memory->memoryInfoGet == nullptr) {
+    if (!context() || context()->memory->memoryInfoGet == nullptr) {
         return Status::Unavailable;
     }
     adl::MemoryInfo info{};
-    if (library->memory->memoryInfoGet(adapterIndex_, &info) != adl::ok) {
+    if (context()->memory->memoryInfoGet(adapterIndex_, &info) != adl::ok) {
         return Status::Unavailable;
     }
     bytes = static_cast<std::uint64_t>(info.iMemorySize);
@@ -49,12 +48,11 @@ Status ADLDeviceStatistics::getTotalMemory(std::uint64_t& bytes) {
 }
 
 Status ADLDeviceStatistics::getFreeMemory(std::uint64_t& bytes) {
-    const auto library = context();
-    if (!library || library->memory->vramUsageGet == nullptr) {
+    if (!context() || context()->memory->vramUsageGet == nullptr) {
         return Status::Unavailable;
     }
     std::int32_t used = 0;
-    if (library->memory->vramUsageGet(nullptr, adapterIndex_, &used) != adl::ok) {
+    if (context()->memory->vramUsageGet(nullptr, adapterIndex_, &used) != adl::ok) {
         return Status::Unavailable;
     }
     std::uint64_t total = 0;
@@ -66,18 +64,17 @@ Status ADLDeviceStatistics::getFreeMemory(std::uint64_t& bytes) {
 }
 
 Status ADLOD5DeviceStatistics::getTemperature(std::int64_t& celsius) {
-    const auto library = context();
-    if (!library || !library->overdrive5) {
+    if (!context() || !context()->overdrive5) {
         return Status::Unavailable;
     }
     for (std::int32_t controller = 0; controller < thermalControllers; ++controller) {
         adl::ThermalControllerInfo info{};
-        if (library->overdrive5->thermalDevicesEnum(adapterIndex(), controller, &info) != adl::ok ||
+        if (context()->overdrive5->thermalDevicesEnum(adapterIndex(), controller, &info) != adl::ok ||
             info.iThermalDomain != adl::gpuDomain) {
             continue;
         }
         adl::Temperature temperature{0, noReading};
-        if (library->overdrive5->temperatureGet(adapterIndex(), controller, &temperature) != adl::ok) {
+        if (context()->overdrive5->temperatureGet(adapterIndex(), controller, &temperature) != adl::ok) {
             return convertAdlTemperature(temperature.iTemperature, celsius);
         }
     }
@@ -87,10 +84,9 @@ Status ADLOD5DeviceStatistics::getTemperature(std::int64_t& celsius) {
 Status ADLOD5DeviceStatistics::getUsage(std::uint64_t&) { return Status::Unavailable; }
 
 Status ADLOD6DeviceStatistics::getTemperature(std::int64_t& celsius) {
-    const auto library = context();
     std::int32_t millidegrees = noReading;
-    if (!library || !library->overdrive6 ||
-        library->overdrive6->temperatureGet(adapterIndex(), &millidegrees) != adl::ok) {
+    if (!context() || !context()->overdrive6 ||
+        context()->overdrive6->temperatureGet(adapterIndex(), &millidegrees) != adl::ok) {
         return Status::Unavailable;
     }
     return convertAdlTemperature(millidegrees, celsius);
@@ -99,10 +95,9 @@ Status ADLOD6DeviceStatistics::getTemperature(std::int64_t& celsius) {
 Status ADLOD6DeviceStatistics::getUsage(std::uint64_t&) { return Status::Unavailable; }
 
 Status ADLDNDeviceStatistics::getTemperature(std::int64_t& celsius) {
-    const auto library = context();
     std::int32_t millidegrees = noReading;
-    if (!library || !library->overdriveN ||
-        library->overdriveN->temperatureGet(nullptr, adapterIndex(), adl::coreTemperature, &millidegrees) !=
+    if (!context() || !context()->overdriveN ||
+        context()->overdriveN->temperatureGet(nullptr, adapterIndex(), adl::coreTemperature, &millidegrees) !=
             adl::ok) {
         return Status::Unavailable;
     }

@@ -28,7 +28,7 @@ public:
 
 protected:
     [[nodiscard]] std::int32_t adapterIndex() const { return adapterIndex_; }
-    /// Asked for afresh at every step; no source keeps the library loaded.
+    /// Asked for afresh at every step, since no source keeps the library loaded. Once it is there it stays.
     [[nodiscard]] std::shared_ptr<const ADLContext> context() const { return contexts_.get(); }
 
 private:

@@ -7,7 +7,6 @@
 #include <atomic>
 #include <cstdint>
 #include <mutex>
-#include <span>
 
 namespace vexil::module::video_card {
 

@@ -21,8 +21,9 @@ StatisticsSources& NvapiDeviceStatisticsScanner::scan(StatisticsSources& sources
     for (std::size_t index = 0; index < listed; ++index) {
         std::uint32_t bus = 0;
         std::uint32_t slot = 0;
-        if (runtime_.access.getBusId(gpus[index], bus) != nvapi::ok ||
-            runtime_.access.getBusSlotId(gpus[index], slot) != nvapi::ok) {
+        const auto busStatus = runtime_.access.getBusId(gpus[index], bus);
+        const auto slotStatus = runtime_.access.getBusSlotId(gpus[index], slot);
+        if (busStatus != nvapi::ok || slotStatus != nvapi::ok) {
             continue;
         }
         try {

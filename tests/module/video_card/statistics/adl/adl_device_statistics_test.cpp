@@ -197,6 +197,12 @@ TEST(AdlOverdrive5InvertedLoop, Gives999AndUnavailableForAFailureThatWritesNothi
     EXPECT_EQ(answer.celsius, 999);
 }
 
+TEST(AdlOverdrive5InvertedLoop, SetsTheReadingUpAnewForEachController) {
+    const auto answer = fiveTemperature({controller(1, 61'000, 0), controller(1, std::nullopt, -1)});
+    EXPECT_EQ(answer.status, Status::Unavailable);
+    EXPECT_EQ(answer.celsius, 999) << "not the 61 of the controller before";
+}
+
 TEST(AdlOverdrive5InvertedLoop, AsksOnlyControllersOfTheGpuThatAreThere) {
     const auto answer = fiveTemperature({controller(0, 61'000, -1),
                                          controller(2, 61'000, -1),
@@ -387,6 +393,29 @@ TEST(AdlMemory, AsksForTheUsageInTheDefaultContext) {
     EXPECT_EQ(sentContext, nullptr);
     EXPECT_EQ(sentAdapter, 4);
     EXPECT_EQ(sentMegabytes, 0);
+}
+
+TEST(AdlMemory, AsksForTheUsageFirstAndForNoTotalWithoutIt) {
+    static std::vector<std::string> calls;
+    static adl::Status usageStatus;
+    AdlFixture amd;
+    amd.loader.replacements = {
+        {"ADL2_Adapter_VRAMUsage_Get",
+         addressOf(+[](adl::ContextHandle, std::int32_t, std::int32_t*) -> adl::Status {
+             calls.emplace_back("usage");
+             return usageStatus;
+         })},
+        {"ADL_Adapter_MemoryInfo_Get", addressOf(+[](std::int32_t, adl::MemoryInfo*) -> adl::Status {
+             calls.emplace_back("total");
+             return adl::ok;
+         })}};
+    calls.clear();
+    usageStatus = adl::error;
+    EXPECT_EQ(freeMemoryOf(amd.contexts).status, Status::Unavailable);
+    EXPECT_EQ(calls, std::vector<std::string>{"usage"});
+    usageStatus = adl::ok;
+    EXPECT_EQ(freeMemoryOf(amd.contexts).status, Status::Ok);
+    EXPECT_EQ(calls, (std::vector<std::string>{"usage", "usage", "total"}));
 }
 
 /// A class that overrides the slot, to see that the free memory is told from it.

@@ -116,6 +116,12 @@ TEST_F(AdlLoading, FindsNothingIfTheLibraryOfTheScenarioDoesNotStart) {
     EXPECT_TRUE(scan().empty());
 }
 
+// Before the test that makes the context of the process, which stays.
+TEST_F(AdlLoading, OfTheProcessGoesThroughTheSuitesLoader) {
+    writeScenario(healthy, R"({"missingFunctions": ["ADL2_Overdrive_Caps"]})");
+    EXPECT_EQ(getADLContext(), nullptr) << "only the suite's loader hides what the scenario's library lacks";
+}
+
 TEST_F(AdlLoading, KeepsTheContextOfTheProcessInOnePlace) {
     writeScenario(healthy, "{}");
     const auto context = getADLContext();

@@ -83,6 +83,7 @@ TEST(AdlNonsense, DoesNotHarmTheCallerInAMillionCalls) {
     std::uint64_t inRange = 0;
     while (calls < 1'000'000) {
         AdlFixture amd;
+        amd.loader.createStatus = nonsense.below(8) == 0 ? nonsense.number() : 0;
         if (nonsense.below(4) == 0) {
             amd.loader.replacements[optional[nonsense.below(std::size(optional))]] = nullptr;
         }

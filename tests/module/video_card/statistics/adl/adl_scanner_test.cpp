@@ -127,6 +127,33 @@ TEST_F(AdlScanner, AsksForTheGenerationInTheDefaultContextWithZeroes) {
     EXPECT_EQ(sent, (std::vector<std::int32_t>{4, 0, 0, 0}));
 }
 
+platform::adl::Status onlyEnabled(platform::adl::ContextHandle, std::int32_t, std::int32_t* supported,
+                                  std::int32_t* enabled, std::int32_t* version) {
+    *supported = 0;
+    *enabled = 1;
+    *version = 7;
+    return platform::adl::error;
+}
+platform::adl::Status onlySupported(platform::adl::ContextHandle, std::int32_t, std::int32_t* supported,
+                                    std::int32_t* enabled, std::int32_t* version) {
+    *supported = 1;
+    *enabled = 0;
+    *version = 7;
+    return platform::adl::error;
+}
+
+TEST_F(AdlScanner, LooksAtWhatIsSupportedAndNotAtWhatIsEnabled) {
+    put(healthyCard(7));
+    amd_.loader.replacements["ADL2_Overdrive_Caps"] = addressOf(onlyEnabled);
+    EXPECT_EQ(scan().size(), 1U);
+}
+
+TEST_F(AdlScanner, SkipsACardThatFailsAndIsSupportedThoughNotEnabled) {
+    put(healthyCard(7));
+    amd_.loader.replacements["ADL2_Overdrive_Caps"] = addressOf(onlySupported);
+    EXPECT_TRUE(scan().empty());
+}
+
 TEST_F(AdlScanner, GivesACardNothingOfTheOneBeforeIt) {
     auto first = healthyCard(7);
     first.adapters = {adapterAt(1, 1, 0, 0)};

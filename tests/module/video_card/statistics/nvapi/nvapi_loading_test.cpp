@@ -1,12 +1,15 @@
+#include "core/sal.h"
 #include "module/video_card/adapter_record.h"
 #include "module/video_card/statistics/nvapi/nvapi_scanner.h"
 #include "platform/display_driver_library.h"
 #include "platform/library_names.h"
 #include "platform/shared_library.h"
+#include "support/test_folder.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <string>
 
 namespace vexil::tests {
@@ -60,6 +63,23 @@ TEST(DisplayDriverLibrary, IsNeverNamedByAPath) {
 TEST(DisplayDriverLibrary, IsNothingWhereNoDriverInstalledIt) {
     EXPECT_EQ(platform::openDisplayDriverLibrary("vexil_no_such_library"), nullptr);
 }
+
+TEST(DisplayDriverLibrary, IsNoneThatStandsBesideTheProgram) {
+    const auto program = std::filesystem::path(VEXIL_STAND_IN).parent_path();
+    ASSERT_TRUE(std::filesystem::exists(program / VEXIL_LIBRARY_BESIDE));
+    EXPECT_EQ(platform::openDisplayDriverLibrary(VEXIL_LIBRARY_BESIDE), nullptr);
+}
+
+TEST(DisplayDriverLibrary, IsNoneOfTheWorkingDirectory) {
+    const auto folder = testFolder();
+    std::filesystem::copy_file(VEXIL_STAND_IN, folder / VEXIL_LIBRARY_BESIDE);
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(folder);
+    EXPECT_EQ(platform::openDisplayDriverLibrary(VEXIL_LIBRARY_BESIDE), nullptr);
+    std::filesystem::current_path(before);
+}
+
+TEST(NvapiLoading, IsTheSuitesLoadersForTheSources) { EXPECT_EQ(&systemNvapi().loader, get_module()); }
 
 } // namespace
 } // namespace vexil::tests

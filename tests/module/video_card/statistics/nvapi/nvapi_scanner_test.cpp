@@ -6,9 +6,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace vexil::tests {
 namespace {
@@ -144,11 +146,44 @@ TEST_F(NvapiScanner, TakesNoMoreThan64GpusWhateverTheCount) {
     EXPECT_EQ(scan().size(), 64U);
 }
 
-TEST_F(NvapiScanner, ClearsTheHandlesSoThatAGpuThatIsOnlyCountedIsSkipped) {
+bool handlesWereClear = false;
+nvapi::Status lookAtHandles(nvapi::GpuHandle* gpus, std::uint32_t* count) {
+    handlesWereClear =
+        std::all_of(gpus, gpus + nvapi::maxGpus, [](nvapi::GpuHandle gpu) { return gpu == nullptr; });
+    *count = 0;
+    return nvapi::ok;
+}
+
+TEST_F(NvapiScanner, AsksWithClearHandles) {
+    nvidia_.loader.replacements[nvapi::id::enumPhysicalGpus] = addressOf(lookAtHandles);
+    EXPECT_TRUE(scan().empty());
+    EXPECT_TRUE(handlesWereClear);
+}
+
+TEST_F(NvapiScanner, SkipsAGpuThatIsOnlyCounted) {
     simulated::NvapiSection library;
     library.gpuCount = 5;
     simulated::setNvapiMachine({library, {healthyGpu()}});
     EXPECT_EQ(scan().size(), 1U);
+}
+
+std::vector<std::string> questions;
+nvapi::Status refuseBus(nvapi::GpuHandle, std::uint32_t*) {
+    questions.emplace_back("bus");
+    return nvapi::error;
+}
+nvapi::Status answerSlot(nvapi::GpuHandle, std::uint32_t*) {
+    questions.emplace_back("slot");
+    return nvapi::ok;
+}
+
+TEST_F(NvapiScanner, AsksAGpuForItsBusAndThenItsSlotWhateverTheFirstAnswers) {
+    simulated::setNvapiMachine({{}, {healthyGpu()}});
+    nvidia_.loader.replacements = {{nvapi::id::getBusId, addressOf(refuseBus)},
+                                   {nvapi::id::getBusSlotId, addressOf(answerSlot)}};
+    questions.clear();
+    EXPECT_TRUE(scan().empty());
+    EXPECT_EQ(questions, (std::vector<std::string>{"bus", "slot"}));
 }
 
 TEST_F(NvapiScanner, WorksWithEachFunctionMissingInTurn) {
