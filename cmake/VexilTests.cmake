@@ -34,6 +34,7 @@ set(VEXIL_SANITIZED_THREAD_TESTS
   vexil_utils_tests)
 set(VEXIL_SANITIZED_ADDRESS_TESTS
   ${VEXIL_SANITIZED_THREAD_TESTS}
+  vexil_adapter_luids_tests
   vexil_adl_loading_tests
   vexil_entry_tests
   vexil_kernel_graphics_tests

@@ -10,6 +10,7 @@ namespace vexil::host {
 namespace {
 
 constexpr std::size_t valueWidth = 12; ///< "1023.9 GiB" with a gap before it
+constexpr std::size_t textWidth = valueWidth - 1;
 constexpr std::size_t valueColumns = 4;
 constexpr std::size_t indent = 2;
 constexpr std::size_t gap = 2;
@@ -105,8 +106,9 @@ std::string MonitorTable::line(const CardRows& card, LiveKind kind, bool live) c
     auto text = std::string(indent, ' ') +
                 terminal_.paint(fit(language_.text(liveKindKey(kind)), labelWidth_), Style::Dim);
     if (live) {
-        text += now ? terminal_.paint(alignRight(describeValue(kind, *now), valueWidth), Style::Bold)
-                    : terminal_.paint(alignRight(noValue, valueWidth), Style::Dim);
+        text +=
+            now ? terminal_.paint(alignRight(describeValue(kind, *now, textWidth), valueWidth), Style::Bold)
+                : terminal_.paint(alignRight(noValue, valueWidth), Style::Dim);
     }
     if (summary.count() == 0) {
         for (std::size_t i = 1; i < valueColumns; ++i) {
@@ -114,9 +116,9 @@ std::string MonitorTable::line(const CardRows& card, LiveKind kind, bool live) c
         }
         return text;
     }
-    text += alignRight(describeValue(kind, summary.minimum()), valueWidth) +
-            alignRight(describeMean(kind, summary.average()), valueWidth) +
-            alignRight(describeValue(kind, summary.maximum()), valueWidth);
+    text += alignRight(describeValue(kind, summary.minimum(), textWidth), valueWidth) +
+            alignRight(describeMean(kind, summary.average(), textWidth), valueWidth) +
+            alignRight(describeValue(kind, summary.maximum(), textWidth), valueWidth);
     return live && pictureWidth_ > 0 ? text + "  " + terminal_.paint(picture(card, kind), Style::Good) : text;
 }
 

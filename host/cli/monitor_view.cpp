@@ -13,6 +13,7 @@ namespace {
 
 constexpr std::size_t timeWidth = 10;
 constexpr std::size_t valueWidth = 13;
+constexpr std::size_t linesBelow = 3; ///< a blank, the sample's line and the one that the cursor stands on
 
 std::string clock(std::chrono::duration<double> elapsed) {
     const auto seconds = static_cast<long long>(elapsed.count());
@@ -26,7 +27,8 @@ MonitorView::MonitorView(Terminal& terminal, const Language& language,
                          const std::vector<core::DeviceRecord>& cards, std::uint64_t count)
     : terminal_(terminal), language_(language), cards_(cards), count_(count),
       table_(terminal, language, cards),
-      inPlace_(terminal.traits().interactive && terminal.traits().width >= table_.width()) {
+      inPlace_(terminal.traits().interactive && terminal.traits().width >= table_.width() &&
+               terminal.traits().height >= table_.lines(true).size() + linesBelow) {
     idWidth_ = columns(language.text(keys::card));
     for (const auto& card : cards) {
         idWidth_ = std::max(idWidth_, columns(describeId(card, language)));
@@ -78,7 +80,8 @@ void MonitorView::showLines(const Sample& sample) {
     for (std::size_t i = 0; i < cards_.size(); ++i) {
         for (const auto kind : liveKinds) {
             const auto value = valueOf(sample.cards[i], kind);
-            values[static_cast<std::size_t>(kind)] = value ? describeValue(kind, *value) : "--";
+            values[static_cast<std::size_t>(kind)] =
+                value ? describeValue(kind, *value, valueWidth - 1) : "--";
         }
         terminal_.line(plainLine(fmt::format("{:.1f} s", sample.elapsed.count()),
                                  describeId(cards_[i], language_), values));

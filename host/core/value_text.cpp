@@ -12,8 +12,9 @@ namespace vexil::host {
 
 namespace {
 
+/// Never more than ten columns: 64 bits end at 16 EiB.
 std::string describeBytes(double value) {
-    constexpr std::array units = {"B", "KiB", "MiB", "GiB", "TiB"};
+    constexpr std::array units = {"B", "KiB", "MiB", "GiB", "TiB", "PiB", "EiB"};
     std::size_t unit = 0;
     while (value >= 1024.0 && unit + 1 < units.size()) {
         value /= 1024.0;
@@ -23,15 +24,22 @@ std::string describeBytes(double value) {
                     : fmt::format("{:.1f} {}", value, units[unit]);
 }
 
-std::string describe(LiveKind kind, double value, int decimals) {
-    switch (kind) {
-    case LiveKind::Temperature:
-        return fmt::format("{:.{}f} °C", value, decimals);
-    case LiveKind::Load:
-        return fmt::format("{:.{}f} %", value, decimals);
-    default:
+struct Unit {
+    const char* text;
+    std::size_t columns;
+};
+
+/// A number that is too long becomes a power of ten, with as many digits as there is room for.
+std::string describe(LiveKind kind, double value, int decimals, std::size_t width) {
+    if (kind == LiveKind::FreeMemory) {
         return describeBytes(value);
     }
+    const auto unit = kind == LiveKind::Temperature ? Unit{" °C", 3} : Unit{" %", 2};
+    auto number = fmt::format("{:.{}f}", value, decimals);
+    for (int digits = 15; number.size() + unit.columns > width && digits >= 0; --digits) {
+        number = fmt::format("{:.{}e}", value, digits);
+    }
+    return number + unit.text;
 }
 
 } // namespace
@@ -47,8 +55,12 @@ std::vector<std::pair<std::string, std::string>> describeLive(const LiveValues& 
     return values;
 }
 
-std::string describeValue(LiveKind kind, double value) { return describe(kind, value, 0); }
-std::string describeMean(LiveKind kind, double value) { return describe(kind, value, 1); }
+std::string describeValue(LiveKind kind, double value, std::size_t width) {
+    return describe(kind, value, 0, width);
+}
+std::string describeMean(LiveKind kind, double value, std::size_t width) {
+    return describe(kind, value, 1, width);
+}
 
 const char* liveKindKey(LiveKind kind) {
     constexpr std::array labels = {keys::temperature, keys::load, keys::freeMemory};

@@ -6,6 +6,8 @@
 #include "host/core/sample_summary.h"
 
 #include <chrono>
+#include <cstddef>
+#include <limits>
 #include <string>
 #include <utility>
 #include <vector>
@@ -13,13 +15,16 @@
 // Values as people read them, the same on a terminal and in a report.
 namespace vexil::host {
 
+inline constexpr std::size_t anyWidth = std::numeric_limits<std::size_t>::max();
+
 /// "45 °C", "7 %", "1.9 GiB", each with its label; only the values that are there.
 [[nodiscard]] std::vector<std::pair<std::string, std::string>> describeLive(const LiveValues& live,
                                                                             const Language& language);
 
-/// One of them: "45 °C", "7 %", "1.9 GiB". A mean of degrees or percents has a decimal.
-[[nodiscard]] std::string describeValue(LiveKind kind, double value);
-[[nodiscard]] std::string describeMean(LiveKind kind, double value);
+/// One of them: "45 °C", "7 %", "1.9 GiB". A mean of degrees or percents has a decimal. What takes more than
+/// `width` columns, which are at least 10, is shown as a power of ten: "-9e+18 °C".
+[[nodiscard]] std::string describeValue(LiveKind kind, double value, std::size_t width = anyWidth);
+[[nodiscard]] std::string describeMean(LiveKind kind, double value, std::size_t width = anyWidth);
 /// The key of its label.
 [[nodiscard]] const char* liveKindKey(LiveKind kind);
 

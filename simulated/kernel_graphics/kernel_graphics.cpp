@@ -8,13 +8,19 @@
 #include <chrono>
 #include <cstring>
 #include <exception>
+#include <map>
+#include <memory>
+#include <mutex>
 #include <ratio>
+#include <utility>
 
 // The kernel-mode graphics library of a simulated machine.
 namespace {
 
 using namespace vexil::platform;
+using vexil::simulated::Scenario;
 using vexil::simulated::ScenarioCard;
+using vexil::simulated::ScenarioEngine;
 
 using HundredNanoseconds = std::chrono::duration<double, std::ratio<1, 10'000'000>>;
 
@@ -65,18 +71,46 @@ d3dkmt::Status countEngines(const ScenarioCard& card, d3dkmt::QueryStatistics& r
     return d3dkmt::success;
 }
 
-d3dkmt::Status readEngine(const ScenarioCard& card, d3dkmt::QueryStatistics& request) {
+/// Counts the queries for each engine of the scenario, from 1.
+class QueryCounts {
+public:
+    std::uint64_t next(const std::shared_ptr<const Scenario>& scenario, std::uint64_t luid,
+                       std::uint32_t engine) {
+        const std::lock_guard lock(mutex_);
+        if (scenario_ != scenario) {
+            scenario_ = scenario;
+            counts_.clear();
+        }
+        return ++counts_[{luid, engine}];
+    }
+
+private:
+    std::mutex mutex_;
+    std::shared_ptr<const Scenario> scenario_;
+    std::map<std::pair<std::uint64_t, std::uint32_t>, std::uint64_t> counts_;
+};
+
+std::int64_t runningTime(const ScenarioEngine& engine, std::uint64_t query) {
+    const auto& times = engine.runningTimes;
+    return times.empty() ? static_cast<std::int64_t>(uptime() * engine.loadPercent / 100.0)
+                         : static_cast<std::int64_t>(times[std::min<std::size_t>(query, times.size()) - 1]);
+}
+
+d3dkmt::Status readEngine(const std::shared_ptr<const Scenario>& scenario, const ScenarioCard& card,
+                          d3dkmt::QueryStatistics& request) {
+    static QueryCounts counts;
     const auto& engines = card.kernelGraphics.engines;
     const auto id = request.query.nodeId;
     if (id >= engines.size()) {
         return d3dkmt::invalidParameter;
     }
-    if (engines[id].status != d3dkmt::success) {
-        return engines[id].status;
+    const auto& engine = engines[id];
+    const auto query = counts.next(scenario, card.luid, id);
+    if (engine.status != d3dkmt::success && query >= engine.failsFrom) {
+        return engine.status;
     }
     std::memset(&request.queryResult, 0, sizeof(request.queryResult));
-    request.queryResult.nodeInformation.runningTime =
-        static_cast<std::int64_t>(uptime() * engines[id].loadPercent / 100.0);
+    request.queryResult.nodeInformation.runningTime = runningTime(engine, query);
     return d3dkmt::success;
 }
 
@@ -93,7 +127,7 @@ d3dkmt::Status query(d3dkmt::QueryStatistics& request) {
     case d3dkmt::QueryStatisticsType::Adapter:
         return countEngines(*card, request);
     case d3dkmt::QueryStatisticsType::Node:
-        return readEngine(*card, request);
+        return readEngine(scenario, *card, request);
     }
     return d3dkmt::invalidParameter;
 }

@@ -6,10 +6,11 @@
 #include <algorithm>
 #include <exception>
 
-// The processor of a simulated machine, as far as CPUID tells of it.
+// The processor of a simulated machine, as far as CPUID and the system's list tell of it.
 namespace {
 
 using vexil::platform::CpuidRegisters;
+using vexil::platform::ProcessorCaption;
 using vexil::simulated::ProcessorSection;
 
 constexpr std::uint32_t lastLeaf = 1;
@@ -39,14 +40,33 @@ void answer(const ProcessorSection& processor, std::uint32_t leaf, CpuidRegister
     }
 }
 
+ProcessorSection processorOfScenario() {
+    const auto scenario = vexil::simulated::scenarioOfProcess();
+    return scenario ? scenario->processor : ProcessorSection{};
+}
+
 } // namespace
 
-extern "C" VEXIL_SHARED_API void VexilCpuid(std::uint32_t leaf, CpuidRegisters* registers) {
+extern "C" {
+
+VEXIL_SHARED_API void VexilCpuid(std::uint32_t leaf, CpuidRegisters* registers) {
+    *registers = {};
     try {
-        const auto scenario = vexil::simulated::scenarioOfProcess();
-        *registers = {};
-        answer(scenario ? scenario->processor : ProcessorSection{}, leaf, *registers);
+        answer(processorOfScenario(), leaf, *registers);
     } catch (const std::exception&) {
-        *registers = {};
+        // Nothing may be thrown across a plain function.
     }
+}
+
+VEXIL_SHARED_API void VexilProcessorCaption(ProcessorCaption* caption) {
+    *caption = {};
+    try {
+        const auto processor = processorOfScenario();
+        caption->status = processor.captionStatus;
+        caption->listed = processor.listed ? 1 : 0;
+        processor.caption.copy(caption->text, sizeof(caption->text) - 1);
+    } catch (const std::exception&) {
+        // As above.
+    }
+}
 }

@@ -151,6 +151,22 @@ std::optional<std::int64_t> FieldReader::integer(const std::string& field, std::
     return static_cast<std::int64_t>(toNumber(*value, field, lowest, static_cast<std::uint64_t>(most)));
 }
 
+std::vector<std::uint64_t> FieldReader::numbers(const std::string& field, std::uint64_t least,
+                                                std::uint64_t most) {
+    const auto* value = find(field);
+    std::vector<std::uint64_t> numbers;
+    if (value == nullptr) {
+        return numbers;
+    }
+    if (!value->is_array()) {
+        fail(field, "must be a list of numbers, is " + value->dump());
+    }
+    for (const auto& element : *value) {
+        numbers.push_back(toNumber(element, field, least, most));
+    }
+    return numbers;
+}
+
 std::vector<std::string> FieldReader::texts(const std::string& field) {
     const auto* value = find(field);
     if (value == nullptr) {

@@ -41,6 +41,9 @@ public:
     /// A whole number that may be negative, written likewise, or nothing if the field is absent.
     [[nodiscard]] std::optional<std::int64_t> integer(const std::string& field, std::int64_t least,
                                                       std::int64_t most);
+    /// A list of numbers, written likewise; none if the field is absent.
+    [[nodiscard]] std::vector<std::uint64_t> numbers(const std::string& field, std::uint64_t least,
+                                                     std::uint64_t most);
     /// A list of texts; none if the field is absent.
     [[nodiscard]] std::vector<std::string> texts(const std::string& field);
     /// One of a fixed list of words, answered as its place in the list.

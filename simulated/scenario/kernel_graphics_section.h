@@ -12,7 +12,10 @@ class FieldReader;
 /// One engine of a simulated card.
 struct ScenarioEngine {
     double loadPercent = 0;
-    std::int32_t status = 0; ///< of each query for it; an NTSTATUS
+    std::int32_t status = 0;     ///< of each query for it from `failsFrom` on; an NTSTATUS
+    std::uint64_t failsFrom = 1; ///< counted from 1
+    /// In units of 100 nanoseconds, answered in turn instead of what the load gives; the last one stays.
+    std::vector<std::uint64_t> runningTimes;
 };
 
 /// What the kernel-mode graphics statistics tell of a card.

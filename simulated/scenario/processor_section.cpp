@@ -10,6 +10,7 @@ namespace vexil::simulated {
 namespace {
 
 constexpr std::uint32_t any32 = std::numeric_limits<std::uint32_t>::max();
+constexpr std::size_t longestCaption = 255;
 constexpr std::uint64_t any64 = std::numeric_limits<std::uint64_t>::max();
 
 std::uint32_t number(FieldReader& reader, const char* field, std::uint32_t most, std::uint32_t fallback) {
@@ -52,6 +53,15 @@ ProcessorSection readProcessorSection(FieldReader& scenario) {
     section.family = number(*reader, "family", 0xF + 0xFF, section.family);
     section.model = number(*reader, "model", 0xFF, section.model);
     section.stepping = number(*reader, "stepping", 0xF, section.stepping);
+    if (reader->has("caption")) {
+        section.caption = reader->text("caption");
+        if (section.caption.empty() || section.caption.size() > longestCaption) {
+            reader->fail("caption", "must have 1 to " + std::to_string(longestCaption) +
+                                        " characters, is \"" + section.caption + "\"");
+        }
+    }
+    section.captionStatus = static_cast<std::int32_t>(number(*reader, "captionStatus", any32, 0));
+    section.listed = reader->flag("listed", section.listed);
     reader->finish();
     return section;
 }

@@ -15,6 +15,9 @@ struct ProcessorSection {
     std::uint32_t family = 6;
     std::uint32_t model = 165;
     std::uint32_t stepping = 5;
+    std::string caption;            ///< in the system's list; empty: what vendor and numbers give
+    std::int32_t captionStatus = 0; ///< of the query for it
+    bool listed = true;             ///< whether the list has a processor at all
 };
 
 /// Reads the field "processor" of a scenario.

@@ -15,23 +15,36 @@ void append(std::string& text, std::uint32_t reg) {
     }
 }
 
+/// Whether a processor library is there and has the function.
+template <typename Function, typename Question>
+bool askLibrary(const char* symbol, const Question& question) {
+    void* library = loadedLibrary(processorLibrary());
+    if (library == nullptr) {
+        return false;
+    }
+    const auto answer = reinterpret_cast<Function>(librarySymbol(library, symbol));
+    if (answer != nullptr) {
+        question(answer);
+    }
+    closeLibrary(library);
+    return answer != nullptr;
+}
+
 } // namespace
 
 CpuidRegisters cpuid(std::uint32_t leaf) {
     CpuidRegisters registers;
-    void* library = loadedLibrary(processorLibrary());
-    const auto answer =
-        library == nullptr ? nullptr : reinterpret_cast<CpuidFunction>(librarySymbol(library, "VexilCpuid"));
-    if (answer != nullptr) {
-        answer(leaf, &registers);
-    } else {
+    if (!askLibrary<CpuidFunction>("VexilCpuid", [&](auto answer) { answer(leaf, &registers); })) {
         // A leaf beyond the last one leaves the registers empty.
         __get_cpuid_count(leaf, 0, &registers.eax, &registers.ebx, &registers.ecx, &registers.edx);
     }
-    if (library != nullptr) {
-        closeLibrary(library);
-    }
     return registers;
+}
+
+ProcessorCaption libraryCaption() {
+    ProcessorCaption caption;
+    askLibrary<ProcessorCaptionFunction>("VexilProcessorCaption", [&](auto answer) { answer(&caption); });
+    return caption;
 }
 
 bool hasProcessorLibrary() {

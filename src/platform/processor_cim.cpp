@@ -13,7 +13,8 @@ namespace {
 
 using namespace system;
 
-std::string caption() {
+/// As Windows words it.
+std::string usualCaption() {
     const auto signature = processorSignature(cpuid(1).eax);
     const auto* architecture = processorVendor(cpuid(0)) == "GenuineIntel" ? "Intel64" : "AMD64";
     return std::string(architecture) + " Family " + std::to_string(signature.family) + " Model " +
@@ -36,11 +37,14 @@ public:
             !isNamed(*properties, "Caption")) {
             return machine_->query(properties, className, count, rows, nameSpace);
         }
+        const auto caption = libraryCaption();
         CimRowCollector collector;
-        collector.addRow();
-        collector.addText(caption());
+        if (caption.status == 0 && caption.listed != 0) {
+            collector.addRow();
+            collector.addText(caption.text[0] == '\0' ? usualCaption() : caption.text);
+        }
         rows = collector.take();
-        return CimStatus::Success;
+        return static_cast<CimStatus>(caption.status);
     }
     CimStatus writeRecord(const std::vector<std::string>& names, const std::vector<std::string>& values,
                           const char* className, const wchar_t* nameSpace) override {

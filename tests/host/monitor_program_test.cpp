@@ -160,5 +160,47 @@ TEST_F(MonitorProgram, NamesAnAmdFamilyForWhichNoCardIsListed) {
               "stepping 0)\n");
 }
 
+TEST_F(MonitorProgram, SaysWhyNoCardIsListedForAProcessorWhoseCaptionTellsNothing) {
+    for (const char* field :
+         {R"("caption": "AMD64 Family 25 Stepping 0")", R"("captionStatus": 21)", R"("listed": false)"}) {
+        const auto file =
+            scenario(R"({"vendor": "AuthenticAMD", "family": 25, "model": 33, "stepping": 2, )" +
+                     std::string(field) + "}");
+        for (const char* command : {"cards", "monitor"}) {
+            const auto end = tests::runProgram({"--machine", "simulated:" + file, command});
+            EXPECT_EQ(end.code, 70) << field;
+            EXPECT_EQ(end.err, "vxe-host: no card could be listed, the scan ended with: Failed to create a "
+                               "TemperatureAmd because it was unable to obtain family or model. (processor: "
+                               "AuthenticAMD family 25 model 33 stepping 2)\n");
+        }
+    }
+}
+
+TEST_F(MonitorProgram, NamesAProcessorWhoseCaptionEndsTooEarly) {
+    const auto file = scenario(
+        R"({"vendor": "AuthenticAMD", "family": 25, "model": 33, "stepping": 2, "caption": "Model 33 Family"})");
+    const auto end = tests::runProgram({"--machine", "simulated:" + file, "cards"});
+    EXPECT_EQ(end.code, 70);
+    // What the subscript that is out of range says is the library's own.
+    EXPECT_TRUE(end.err.starts_with("vxe-host: no card could be listed, the scan ended with: ")) << end.err;
+    EXPECT_TRUE(end.err.ends_with(" (processor: AuthenticAMD family 25 model 33 stepping 2)\n")) << end.err;
+    EXPECT_EQ(std::ranges::count(end.err, '\n'), 1);
+}
+
+TEST_F(MonitorProgram, TellsTheLoadOfAnAmdCardBesideWhatItsOwnInterfaceTells) {
+    const auto file = toUtf8(folder_ / "amd.json");
+    std::ofstream(file) << R"({"schema": "vexil.scenario/1", "cards": [
+        {"vendorId": "1002", "deviceId": "73DF", "location": "0a:00.0",
+         "adl": {"overdriveSupported": 1, "overdriveVersion": 7, "millidegrees": 51000,
+                 "memoryBytes": "0x300000000", "usedMegabytes": 1024},
+         "kernelGraphics": {"engines": [{"loadPercent": 12}, {"loadPercent": 36.5}]}}]})";
+    const auto end = tests::runProgram({"--machine", "simulated:" + file, "cards", "--json"});
+    ASSERT_EQ(end.code, 0) << end.err;
+    const auto live = nlohmann::json::parse(end.out)["cards"][0]["live"];
+    EXPECT_EQ(live["temperatureCelsius"], 51);
+    EXPECT_TRUE(live["usagePercent"] == 37 || live["usagePercent"] == 38) << live;
+    EXPECT_FALSE(live["freeMemoryBytes"].is_null()) << live;
+}
+
 } // namespace
 } // namespace vexil::host

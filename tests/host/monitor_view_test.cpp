@@ -4,11 +4,14 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <limits>
+#include <regex>
 #include <sstream>
 
 namespace vexil::host {
 namespace {
 
+constexpr auto anyCount = std::numeric_limits<std::uint64_t>::max();
 constexpr double gibibyte = 1024.0 * 1024 * 1024;
 
 class MonitorViews : public ::testing::Test {
@@ -94,11 +97,28 @@ TEST_F(MonitorViews, KeepEveryLineInsideTheTerminal) {
         for (std::uint64_t i = 1; i < 100; ++i) {
             table.add(sample(i, 100, 100));
         }
+        auto nonsense = sample(100, std::numeric_limits<std::int64_t>::min(), anyCount);
+        nonsense.cards[0].freeMemoryBytes = anyCount;
+        nonsense.cards[1] = {std::numeric_limits<std::int64_t>::max(), anyCount, anyCount};
+        table.add(nonsense);
         ASSERT_LE(table.width(), width);
         for (const auto& line : table.lines(true)) {
             EXPECT_LE(columns(line), width) << line;
         }
     }
+}
+
+TEST_F(MonitorViews, ShowNonsenseAsAPowerOfTen) {
+    std::ostringstream out;
+    const Terminal terminal(out, {true, false, true, 61, 40});
+    MonitorTable table(terminal, language_, cards_);
+    auto nonsense = sample(1, std::numeric_limits<std::int64_t>::min(), anyCount);
+    nonsense.cards[0].freeMemoryBytes = anyCount;
+    table.add(nonsense);
+    const auto lines = table.lines(true);
+    EXPECT_EQ(lines[2], "  Temperature -9.2e+18 °C -9.2e+18 °C -9.2e+18 °C -9.2e+18 °C");
+    EXPECT_EQ(lines[3], "  Load        1.845e+19 % 1.845e+19 % 1.845e+19 % 1.845e+19 %");
+    EXPECT_EQ(lines[4], "  Free memory    16.0 EiB    16.0 EiB    16.0 EiB    16.0 EiB");
 }
 
 TEST_F(MonitorViews, WriteLinesWhereATableDoesNotFit) {
@@ -107,10 +127,23 @@ TEST_F(MonitorViews, WriteLinesWhereATableDoesNotFit) {
     EXPECT_NE(text.find("     0.2 s  0100"), std::string::npos);
 }
 
-TEST_F(MonitorViews, DrawNoMoreLinesThanTheTerminalHas) {
-    const auto text = show({true, false, true, 80, 6});
-    EXPECT_NE(text.find("\x1b[5A\r"), std::string::npos) << text;
-    EXPECT_EQ(std::ranges::count(text, '\n'), 1 + 2 * 5);
+TEST_F(MonitorViews, WriteLinesWhereTheTerminalHasTooFewForTheTable) {
+    // Eleven lines of the table and the one that the cursor stands on.
+    EXPECT_NE(show({true, false, true, 80, 12}).find("\x1b[11A"), std::string::npos);
+    const auto text = show({true, false, true, 80, 11});
+    EXPECT_FALSE(std::regex_search(text, std::regex("\x1b\\[[0-9]+A"))) << text;
+    EXPECT_NE(text.find("     0.2 s  0100"), std::string::npos);
+    EXPECT_NE(text.find("  Temperature       40 °C     42.5 °C       45 °C"), std::string::npos)
+        << "the extremes come at the end";
+}
+
+TEST_F(MonitorViews, ShowTheExtremesOfMoreCardsThanATerminalHasRoomFor) {
+    cards_.resize(6, cards_[0]);
+    const auto text = show({true, false, true, 80, 24});
+    EXPECT_NE(text.find("Minimum     Average     Maximum"), std::string::npos) << text;
+    EXPECT_EQ(text.find("Sample 2/2"), std::string::npos);
+    EXPECT_NE(show({true, false, true, 80, 28}).find("Sample 2/2"), std::string::npos)
+        << "25 lines of the table and three below";
 }
 
 TEST_F(MonitorViews, PictureTheLastSamplesWhereTheTerminalShowsIt) {

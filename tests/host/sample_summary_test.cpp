@@ -37,6 +37,10 @@ TEST(SampleSummaries, DescribeMeansWithADecimal) {
     EXPECT_EQ(describeMean(LiveKind::Temperature, 45.25), "45.2 °C");
     EXPECT_EQ(describeMean(LiveKind::Load, 7), "7.0 %");
     EXPECT_EQ(describeMean(LiveKind::FreeMemory, 1536.0 * 1024 * 1024), "1.5 GiB");
+    EXPECT_EQ(describeValue(LiveKind::FreeMemory, 0x1p64), "16.0 EiB");
+    EXPECT_EQ(describeValue(LiveKind::Load, 12345678, 10), "12345678 %");
+    EXPECT_EQ(describeValue(LiveKind::Load, 123456789, 10), "1.23e+08 %") << "a power of ten in 10 columns";
+    EXPECT_EQ(describeMean(LiveKind::Temperature, -0x1p63, 10), "-9e+18 °C");
 }
 
 } // namespace

@@ -25,6 +25,9 @@ public:
     std::set<std::string> missing;                 ///< symbols
     void* library = this;
     d3dkmt::Status openStatus = d3dkmt::success;
+    std::function<d3dkmt::Status(d3dkmt::OpenAdapterFromDeviceName&)> open = [this](auto& request) {
+        return openByPath(request);
+    };
     std::function<d3dkmt::Status(d3dkmt::QueryStatistics&)> query = [](auto&) { return d3dkmt::success; };
     std::vector<std::string> loads;
     std::set<void*> resolvedFrom; ///< the handles that symbols were looked up in
@@ -43,21 +46,24 @@ public:
         if (from != this || missing.contains(name)) {
             return nullptr;
         }
-        return name == "D3DKMTOpenAdapterFromDeviceName" ? reinterpret_cast<void*>(&open)
+        return name == "D3DKMTOpenAdapterFromDeviceName" ? reinterpret_cast<void*>(&openAdapter)
                : name == "D3DKMTQueryStatistics"         ? reinterpret_cast<void*>(&ask)
                                                          : nullptr;
     }
     void release(void*) override { loads.emplace_back("release"); }
 
 private:
-    static d3dkmt::Status open(d3dkmt::OpenAdapterFromDeviceName* request) {
-        const auto found = current_->adapters.find(platform::toUtf8(request->deviceName));
-        if (found == current_->adapters.end()) {
+    d3dkmt::Status openByPath(d3dkmt::OpenAdapterFromDeviceName& request) const {
+        const auto found = adapters.find(platform::toUtf8(request.deviceName));
+        if (found == adapters.end()) {
             return d3dkmt::invalidParameter;
         }
-        request->adapter = found->second;
-        request->adapterLuid = {found->second, -1};
-        return current_->openStatus;
+        request.adapter = found->second;
+        request.adapterLuid = {found->second, -1};
+        return openStatus;
+    }
+    static d3dkmt::Status openAdapter(d3dkmt::OpenAdapterFromDeviceName* request) {
+        return current_->open(*request);
     }
     static d3dkmt::Status ask(d3dkmt::QueryStatistics* request) { return current_->query(*request); }
 

@@ -2,13 +2,6 @@
 
 namespace vexil::module::cpu {
 
-namespace {
-
-constexpr std::int32_t idlePriority = -15;
-constexpr unsigned processorsOfGroup = 64;
-
-} // namespace
-
 std::int32_t runPinned(const LogicalProcessor& processor, const std::function<std::int32_t()>& routine,
                        const ThreadMaker& makeThread) {
     if (!routine) {
@@ -19,8 +12,8 @@ std::int32_t runPinned(const LogicalProcessor& processor, const std::function<st
     if (!thread) {
         return PinnedRunStatus::ThreadNotCreated;
     }
-    const auto mask = std::uint64_t{1} << processor.number % processorsOfGroup;
-    if (!thread->setPriority(idlePriority)) {
+    const auto mask = std::uint64_t{1} << processor.number % platform::processorsOfGroup;
+    if (!thread->setPriority(platform::idlePriority)) {
         return PinnedRunStatus::PriorityNotSet;
     }
     if (!thread->setGroupAffinity(processor.group, mask)) {

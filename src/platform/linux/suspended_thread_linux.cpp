@@ -12,9 +12,6 @@ namespace vexil::platform {
 
 namespace {
 
-constexpr std::int32_t idlePriority = -15;
-constexpr unsigned processorsOfGroup = 64;
-
 class Thread final : public SuspendedThread {
 public:
     explicit Thread(Routine routine)

@@ -20,9 +20,14 @@ public:
         }
         if (!resumed_) {
             abandoned_ = true;
-            ResumeThread(handle_);
+            resume();
         }
-        WaitForSingleObject(handle_, INFINITE);
+        if (resumed_) {
+            WaitForSingleObject(handle_, INFINITE);
+        } else {
+            // It holds nothing, as it has not run yet; waiting for it would never end.
+            TerminateThread(handle_, 0);
+        }
         CloseHandle(handle_);
     }
 

@@ -89,6 +89,9 @@ TEST_F(AmdReaders, ReachFamilyFifteensLateRegisterThroughItsAddress) {
     EXPECT_EQ(access(0).value, 0xD8200CA4);
     EXPECT_FALSE(access(1).isWrite);
     expectRequest(access(1).request, 0, 0, 188);
+    machine_.service.pciRegisters[188] = 2047U << 21 | rangeBits;
+    EXPECT_EQ(readFamily15Late(service_, celsius_), 0);
+    EXPECT_EQ(celsius_, 206.875) << "without the ends that the family's early models have";
 }
 
 TEST_F(AmdReaders, ReachZensRegisterThroughItsAddress) {
@@ -108,6 +111,16 @@ TEST_F(AmdReaders, FailWithStatusOneWhenARegisterCannotBeRead) {
         EXPECT_EQ(read(service_, celsius_), 1);
         EXPECT_EQ(celsius_, -1);
     }
+}
+
+TEST_F(AmdReaders, ReachNothingWhileTheDriverIsNotReady) {
+    machine_.service.ready = 0;
+    machine_.service.pciRegisters = {{164, 1}, {188, 1}, {100, 1}};
+    for (const auto read : {readNorthBridge, readFamily15Early, readFamily15Late, readZen}) {
+        EXPECT_EQ(read(service_, celsius_), 1);
+        EXPECT_EQ(celsius_, -1);
+    }
+    EXPECT_TRUE(machine_.service.accesses.empty());
 }
 
 TEST_F(AmdReaders, FailBeforeReadingWhenTheAddressCannotBeWritten) {

@@ -1,6 +1,7 @@
 #include "module/cpu/temperature_intel.h"
 
 #include "support/fake_cpu_machine.h"
+#include "support/recorded_thread.h"
 
 #include <gtest/gtest.h>
 
@@ -83,6 +84,22 @@ TEST_F(TemperatureIntelTest, KeepsTheFirstReadingOfEachCore) {
     auto temperature = monitor({{4, 0, 0}, {4, 0, 0}, {9, 0, 0}});
     EXPECT_EQ(temperature.getCoreTemperatures(cores), 0);
     EXPECT_EQ(cores, (std::map<std::int32_t, double>{{4, 55.0}, {9, 53.0}}));
+}
+
+TEST_F(TemperatureIntelTest, ReadsEachCoreOnAThreadOfItsOwnProcessor) {
+    show(100, 45);
+    ThreadRecord record;
+    TemperatureIntel temperature(
+        std::make_shared<VXKServiceInterface>(machine_),
+        std::make_shared<const LogicalProcessors>(LogicalProcessors{{4, 1, 70}, {9, 0, 3}}),
+        recordedThreads(record));
+    std::map<std::int32_t, double> cores;
+    EXPECT_EQ(temperature.getCoreTemperatures(cores), 0);
+    EXPECT_EQ(cores, (std::map<std::int32_t, double>{{4, 55.0}, {9, 55.0}}));
+    EXPECT_EQ(record.steps,
+              (ThreadRecord::Steps{"priority -15", "group 1 64", "mask 64", "resume", "wait", "exit",
+                                   "priority -15", "group 0 8", "mask 8", "resume", "wait", "exit"}))
+        << "processor 70 is bit 6 of its group";
 }
 
 TEST_F(TemperatureIntelTest, LeavesOutCoresThatCannotBeRead) {

@@ -70,6 +70,24 @@ TEST(VxkServiceInterface, AsksWhetherTheDriverIsReadyBeforeEveryUse) {
     EXPECT_EQ(service.readMsr(0x10, value), 0) << "anything but 0 is ready";
 }
 
+TEST(VxkServiceInterface, ReachesNoPciConfigurationWhileTheDriverIsNotReady) {
+    FakeCpuMachine machine;
+    machine.service.pciRegisters[100] = 5;
+    VXKServiceInterface service(machine);
+    std::uint32_t value = 0;
+    const PciConfigRequest read{0, 0, 0, 100, 4, nullptr};
+    const PciConfigRequest write{0, 0, 0, 96, 4, &value};
+    machine.service.ready = 0;
+    EXPECT_EQ(service.readPciConfig(read, value), 1);
+    EXPECT_EQ(service.writePciConfig(write), 1);
+    EXPECT_TRUE(machine.service.accesses.empty());
+    machine.service.ready = 1;
+    EXPECT_EQ(service.readPciConfig(read, value), 0);
+    EXPECT_EQ(value, 5U);
+    EXPECT_EQ(service.writePciConfig(write), 0);
+    EXPECT_EQ(machine.service.accesses.size(), 2U);
+}
+
 TEST(VxkServiceInterface, MakesOneStatusOfEveryFailureOfTheDriver) {
     FakeCpuMachine machine;
     machine.service.writeStatus = -12;

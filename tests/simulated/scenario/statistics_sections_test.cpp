@@ -108,6 +108,67 @@ TEST(MissingExports, AreThoseThatALibraryCannotHide) {
                     .starts_with("kernelGraphics.engines: is not a field"));
 }
 
+TEST(EngineOfACard, IsIdleAndAnswersEveryQueryByDefault) {
+    const auto engine = load("").cards.at(0).kernelGraphics.engines.at(0);
+    EXPECT_EQ(engine.loadPercent, 0);
+    EXPECT_EQ(engine.status, 0);
+    EXPECT_EQ(engine.failsFrom, 1U);
+    EXPECT_TRUE(engine.runningTimes.empty());
+}
+
+TEST(EngineOfACard, HoldsWhenItFailsAndItsRunningTimes) {
+    const auto scenario = load(R"("kernelGraphics": {"engines": [{"loadPercent": 50, "failsFrom": 3},
+        {"status": 5, "failsFrom": 2}, {"runningTimes": [5, "0xFFFFFFFFFFFFFFFF", 0]}]})");
+    const auto& engines = scenario.cards.at(0).kernelGraphics.engines;
+    EXPECT_EQ(engines.at(0).failsFrom, 3U);
+    EXPECT_EQ(engines.at(0).status, static_cast<std::int32_t>(0xC0000001)) << "unsuccessful";
+    EXPECT_EQ(engines.at(1).status, 5);
+    EXPECT_EQ(engines.at(2).runningTimes,
+              (std::vector<std::uint64_t>{5, std::numeric_limits<std::uint64_t>::max(), 0}));
+}
+
+TEST(EngineOfACard, NamesTheFieldOfAnError) {
+    const auto error = [](const std::string& engine) {
+        return errorOf(R"("kernelGraphics": {"engines": [{)" + engine + "}]}");
+    };
+    const std::string engine = "cards[0].kernelGraphics.engines[0].";
+    EXPECT_TRUE(error(R"("failsFrom": 0)").starts_with(engine + "failsFrom: must be a whole number from 1"));
+    EXPECT_EQ(error(R"("failsFrom": 2, "status": 0)"),
+              engine + R"(status: must not be 0 beside "failsFrom")");
+    EXPECT_EQ(error(R"("runningTimes": 5)"), engine + "runningTimes: must be a list of numbers, is 5");
+    EXPECT_TRUE(error(R"("runningTimes": [5, -1])").starts_with(engine + "runningTimes: must be a whole"));
+    EXPECT_EQ(error(R"("runningTimes": [5], "loadPercent": 1)"),
+              engine + R"(runningTimes: stands instead of "loadPercent", not beside it)");
+}
+
+TEST(ProcessorSectionOfAMachine, IsListedWithAUsualCaptionByDefault) {
+    const auto processor = load("").processor;
+    EXPECT_TRUE(processor.caption.empty());
+    EXPECT_EQ(processor.captionStatus, 0);
+    EXPECT_TRUE(processor.listed);
+}
+
+TEST(ProcessorSectionOfAMachine, HoldsItsCaptionAndHowAskingForItEnds) {
+    const auto processor =
+        load("", R"("processor": {"caption": "AMD64 Family", "captionStatus": 21, "listed": false})")
+            .processor;
+    EXPECT_EQ(processor.caption, "AMD64 Family");
+    EXPECT_EQ(processor.captionStatus, 21);
+    EXPECT_FALSE(processor.listed);
+    const std::string longest(255, 'x');
+    EXPECT_EQ(load("", R"("processor": {"caption": ")" + longest + "\"}").processor.caption, longest);
+}
+
+TEST(ProcessorSectionOfAMachine, NamesTheFieldOfAnError) {
+    EXPECT_EQ(errorOf("", R"("processor": {"caption": ""})"),
+              R"(processor.caption: must have 1 to 255 characters, is "")");
+    EXPECT_TRUE(errorOf("", R"("processor": {"caption": ")" + std::string(256, 'x') + "\"}")
+                    .starts_with("processor.caption: must have 1 to 255 characters"));
+    EXPECT_EQ(errorOf("", R"("processor": {"listed": 0})"), "processor.listed: must be true or false, is 0");
+    EXPECT_TRUE(errorOf("", R"("processor": {"captionStatus": "bad"})")
+                    .starts_with("processor.captionStatus: must be a whole number"));
+}
+
 TEST(AdlSectionOfACard, IsAbsentUnlessItIsWritten) {
     EXPECT_FALSE(load("").cards.at(0).adl);
     EXPECT_TRUE(load(R"("adl": {})").cards.at(0).adl);

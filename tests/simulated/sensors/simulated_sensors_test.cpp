@@ -103,6 +103,42 @@ TEST_F(SimulatedSensors, ShowNoLoadForAnEngineThatCannotBeAsked) {
     EXPECT_EQ(percent_, 0U);
 }
 
+TEST_F(SimulatedSensors, ShowTheLastLoadOverTheNewWindowWhereAnEngineFailsLater) {
+    describe("", R"("kernelGraphics": {"engines": [{"loadPercent": 50, "failsFrom": 3}]})");
+    const auto source = std::move(usageSources().at(0));
+    EXPECT_EQ(source->getUsage(percent_), Status::Ok);
+    EXPECT_GE(percent_, 40U) << "two queries, which succeed";
+    std::this_thread::sleep_for(std::chrono::seconds(1));
+    EXPECT_EQ(source->getUsage(percent_), Status::Ok);
+    EXPECT_GE(percent_, 1U);
+    EXPECT_LE(percent_, 25U) << "half of a tenth of a second, over a whole one";
+}
+
+TEST_F(SimulatedSensors, CountTheQueriesOfEachEngineAndScenarioAlone) {
+    const std::string card = R"("kernelGraphics": {"engines": [{"loadPercent": 90, "failsFrom": 3},
+                                                               {"loadPercent": 50, "failsFrom": 3}]})";
+    for (int machine = 0; machine < 2; ++machine) {
+        describe("", card);
+        EXPECT_EQ(usageSources().at(0)->getUsage(percent_), Status::Ok);
+        EXPECT_GE(percent_, 80U);
+    }
+}
+
+TEST_F(SimulatedSensors, ShowAHundredForARunningTimeThatGoesBackwards) {
+    describe("", R"("kernelGraphics": {"engines": [{"runningTimes": [5000000, 0]}]})");
+    EXPECT_EQ(usageSources().at(0)->getUsage(percent_), Status::Ok);
+    EXPECT_EQ(percent_, 100U);
+}
+
+TEST_F(SimulatedSensors, ShowAHundredForARunningTimeThatLeaps) {
+    describe("", R"("kernelGraphics": {"engines": [{"runningTimes": [0, "0x7FFFFFFFFFFFFFFF"]}]})");
+    const auto source = std::move(usageSources().at(0));
+    EXPECT_EQ(source->getUsage(percent_), Status::Ok);
+    EXPECT_EQ(percent_, 100U);
+    EXPECT_EQ(source->getUsage(percent_), Status::Ok);
+    EXPECT_EQ(percent_, 0U) << "the last one stays";
+}
+
 TEST_F(SimulatedSensors, SurviveACountOfEnginesThatIsNonsense) {
     describe("", R"("kernelGraphics": {"engineCount": 100, "engines": [{"loadPercent": 90}]})");
     EXPECT_EQ(usageSources().at(0)->getUsage(percent_), Status::Ok);
@@ -142,6 +178,45 @@ TEST_F(SimulatedSensors, CaptionTheProcessorAsTheSystemWould) {
     ASSERT_TRUE(rows != nullptr && rows->size() == 1);
     EXPECT_STREQ(rows->front()->front(), "AMD64 Family 25 Model 33 Stepping 2");
     cim->freeRows(&rows);
+}
+
+TEST_F(SimulatedSensors, FailToCaptionTheProcessorAsTheScenarioSays) {
+    const char* property = "Caption";
+    system::CimRows rows = nullptr;
+    const auto ask = [&] {
+        return platform::makeProcessorCim()->query(&property, "Win32_Processor", 1, rows,
+                                                   system::machineNamespace);
+    };
+    describe(R"("processor": {"vendor": "AuthenticAMD", "captionStatus": 21})");
+    EXPECT_EQ(ask(), system::CimStatus::QueryFailed);
+    EXPECT_EQ(rows, nullptr);
+    describe(R"("processor": {"vendor": "AuthenticAMD", "listed": false})");
+    EXPECT_EQ(ask(), system::CimStatus::Success);
+    EXPECT_EQ(rows, nullptr);
+}
+
+TEST_F(SimulatedSensors, ReadTheProcessorThatItsCaptionNames) {
+    describe(R"("processor": {"vendor": "AuthenticAMD", "family": 26, "caption": "Model 1 Family 22 of AMD"},
+                "driverService": {"temperatureCelsius": 48})");
+    EXPECT_EQ(temperature(), Status::Ok);
+    EXPECT_EQ(celsius_, 48);
+}
+
+TEST_F(SimulatedSensors, EndTheScanWhereTheCaptionTellsNoFamilyOrModel) {
+    for (const char* processor : {R"("caption": "AMD64 Family 25 Stepping 0")", R"("captionStatus": 21)",
+                                  R"("captionStatus": "0x80041003")", R"("listed": false)"}) {
+        describe(R"("processor": {"vendor": "AuthenticAMD", "family": 25, )" + std::string(processor) + "}");
+        try {
+            temperature();
+            FAIL() << processor;
+        } catch (const std::runtime_error& error) {
+            EXPECT_STREQ(
+                error.what(),
+                "Failed to create a TemperatureAmd because it was unable to obtain family or model.");
+        }
+    }
+    describe(R"("processor": {"vendor": "AuthenticAMD", "family": 25, "caption": "Model 33 Family"})");
+    EXPECT_THROW(temperature(), std::out_of_range);
 }
 
 TEST_F(SimulatedSensors, HaveNoTemperatureWithoutADriverOrItsService) {

@@ -13,16 +13,18 @@
 
 namespace vexil::platform {
 
+/// Not in the unnamed namespace: of a class there the compiler knows that nobody else derives from it, and
+/// makes the calls of its pure functions end the process.
+class InteropAdapter : public IUnknown {
+public:
+    virtual void STDMETHODCALLTYPE GetVulkanHandles(VkInstance* instance, VkPhysicalDevice* device) = 0;
+};
+
 namespace {
 
 /// DXVK's way from an adapter to the Vulkan device behind it (its interface IDXGIVkInteropAdapter).
 constexpr GUID interopAdapterId = {
     0x3a6d8f2c, 0xb0e8, 0x4ab4, {0xb4, 0xdc, 0x4f, 0xd2, 0x48, 0x91, 0xbf, 0xa5}};
-
-class InteropAdapter : public IUnknown {
-public:
-    virtual void STDMETHODCALLTYPE GetVulkanHandles(VkInstance* instance, VkPhysicalDevice* device) = 0;
-};
 
 template <typename T>
 struct Releaser {

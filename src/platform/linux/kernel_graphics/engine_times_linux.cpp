@@ -32,6 +32,11 @@ double grown(std::uint64_t now, std::uint64_t before) {
     return now > before ? static_cast<double>(now - before) : 0.0;
 }
 
+/// How long all engines of the kind would have had to run for that.
+double fullTime(const EngineUse& use) {
+    return static_cast<double>(use.nanoseconds) / nanosecondsOfUnit / static_cast<double>(use.capacity);
+}
+
 } // namespace
 
 std::vector<std::string> enginesOfDriver(std::string_view driver) {
@@ -47,7 +52,6 @@ std::vector<std::string> enginesOfDriver(std::string_view driver) {
 void EngineTimes::add(const std::string& engine, const EngineUse& use, const EngineUse* last,
                       std::int64_t elapsed) {
     const EngineUse before = last == nullptr ? EngineUse{} : *last;
-    // A client that was not there before did all of its work since.
     double time = grown(use.nanoseconds, before.nanoseconds) / nanosecondsOfUnit;
     const double passed = grown(use.totalCycles, before.totalCycles);
     if (last != nullptr && passed > 0) {
@@ -56,22 +60,30 @@ void EngineTimes::add(const std::string& engine, const EngineUse& use, const Eng
     times_[engine] += time / static_cast<double>(use.capacity);
 }
 
+void EngineTimes::addClient(const Uses& uses, const Uses* last, std::int64_t elapsed) {
+    const bool isOld = last == nullptr && updated_ && std::ranges::any_of(uses, [&](const auto& row) {
+                           return fullTime(row.second) > static_cast<double>(elapsed);
+                       });
+    for (const auto& [engine, use] : uses) {
+        const EngineUse* lastUse = isOld ? &use : nullptr;
+        if (last != nullptr) {
+            const auto found = last->find(engine);
+            lastUse = found == last->end() ? nullptr : &found->second;
+        }
+        add(engine, use, lastUse, elapsed);
+    }
+}
+
 void EngineTimes::update(const std::vector<DrmFdInfo>& clients, std::int64_t now) {
     const auto elapsed = std::max<std::int64_t>(0, now - std::exchange(lastUpdate_, now));
     std::map<std::uint64_t, Uses> current;
     for (const auto& client : clients) {
         const auto known = clients_.find(client.clientId);
-        for (const auto& [engine, use] : client.engines) {
-            const EngineUse* last = nullptr;
-            if (known != clients_.end()) {
-                const auto found = known->second.find(engine);
-                last = found == known->second.end() ? nullptr : &found->second;
-            }
-            add(engine, use, last, elapsed);
-        }
+        addClient(client.engines, known == clients_.end() ? nullptr : &known->second, elapsed);
         current[client.clientId] = client.engines;
     }
     clients_ = std::move(current);
+    updated_ = true;
 }
 
 std::int64_t EngineTimes::runningTime(const std::string& engine) const {

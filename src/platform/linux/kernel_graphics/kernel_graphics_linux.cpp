@@ -1,13 +1,13 @@
 #include "core/shared_api.h"
-#include "platform/linux/kernel_graphics/adapter_luids.h"
 #include "platform/linux/kernel_graphics/drm_statistics.h"
+#include "platform/linux/kernel_graphics/known_adapters.h"
 #include "platform/linux/system_roots.h"
 #include "platform/performance_counter.h"
 #include "platform/wide_text.h"
 
-#include <algorithm>
 #include <exception>
 #include <mutex>
+#include <optional>
 
 // Linux has no kernel-mode graphics interface of Windows' kind. This library answers its functions from what
 // the Vulkan driver and the kernel's files tell of the adapters, so that the module finds and watches its
@@ -23,27 +23,17 @@ DrmStatistics& statistics() {
     return instance;
 }
 
-/// Asks Vulkan anew only for an address that it did not know the last time.
-const AdapterLuid* findLuid(const PciAddress& address) {
-    static std::vector<AdapterLuid> luids;
-    auto found = std::ranges::find(luids, address, &AdapterLuid::address);
-    if (found == luids.end()) {
-        luids = listAdapterLuids();
-        found = std::ranges::find(luids, address, &AdapterLuid::address);
-    }
-    return found == luids.end() ? nullptr : &*found;
-}
-
 d3dkmt::Status open(d3dkmt::OpenAdapterFromDeviceName& request) {
+    static KnownAdapters adapters;
     const auto address = pciAddressOfPath(toUtf8(request.deviceName));
     const std::lock_guard lock(mutex);
-    const auto* found = address ? findLuid(*address) : nullptr;
-    if (found == nullptr) {
+    const auto luid = address ? adapters.luidOf(*address) : std::nullopt;
+    if (!luid) {
         return d3dkmt::invalidParameter;
     }
-    request.adapter = found->luid.lowPart;
-    request.adapterLuid = found->luid;
-    statistics().addAdapter(found->luid, *address);
+    request.adapter = luid->lowPart;
+    request.adapterLuid = *luid;
+    statistics().addAdapter(*luid, *address);
     return d3dkmt::success;
 }
 

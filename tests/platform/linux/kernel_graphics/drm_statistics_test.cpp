@@ -162,6 +162,50 @@ TEST_F(UsageOnLinux, IsTheBusiestEngineOfAllClients) {
     EXPECT_EQ(percent_, 80U) << "300 and 500 milliseconds of a second";
 }
 
+TEST_F(UsageOnLinux, IsToldByTheEnginesWhereTheBusyCounterTellsNothing) {
+    const std::string file = "sys/bus/pci/devices/0000:0a:00.0/gpu_busy_percent";
+    for (const char* content : {"", "N/A\n", "a folder"}) {
+        open("amdgpu.tree", {0, 10, 0, 0});
+        tree_->remove(file);
+        if (std::string(content) == "a folder") {
+            tree_->addFolder(file);
+        } else {
+            tree_->addFile(file, content);
+        }
+        statistics_ = std::make_unique<DrmStatistics>(tree_->root() / "sys", tree_->root() / "proc",
+                                                      [this] { return clock_.counter(); });
+        statistics_->addAdapter(luid, {0, 10, 0, 0});
+        EXPECT_EQ(nodeCount(), 9U) << content;
+        const auto card = source();
+        static_cast<void>(card->getUsage(percent_));
+        tree_->addFile("proc/1200/fdinfo/9", amdClient(11, 5'295'000'000));
+        clock_.pass(1s);
+        EXPECT_EQ(card->getUsage(percent_), module::video_card::VideoCardStatisticsStatus::Ok);
+        EXPECT_EQ(percent_, 30U) << "29.5; " << content;
+        EXPECT_EQ(runningTime(0), 0) << content;
+    }
+}
+
+TEST_F(UsageOnLinux, DoesNotJumpWhenAnOldClientIsFoundLate) {
+    open("i915.tree", {0, 0, 2, 0});
+    const auto card = source();
+    static_cast<void>(card->getUsage(percent_));
+    tree_->addLink("proc/701/fd/3", "/dev/dri/card0");
+    const auto render = [&](const char* time) {
+        tree_->addFile("proc/701/fdinfo/3", "drm-driver: i915\ndrm-pdev: 0000:00:02.0\ndrm-client-id: 99\n"
+                                            "drm-engine-render: " +
+                                                std::string(time) + " ns\n");
+    };
+    render("7200000000000");
+    clock_.pass(1s);
+    EXPECT_EQ(card->getUsage(percent_), module::video_card::VideoCardStatisticsStatus::Ok);
+    EXPECT_EQ(percent_, 0U) << "two hours of work are not of the last second";
+    render("7200250000000");
+    clock_.pass(1s);
+    EXPECT_EQ(card->getUsage(percent_), module::video_card::VideoCardStatisticsStatus::Ok);
+    EXPECT_EQ(percent_, 25U);
+}
+
 TEST_F(UsageOnLinux, DoesNotJumpWhenAClientEnds) {
     open("i915.tree", {0, 0, 2, 0});
     const auto card = source();

@@ -40,6 +40,44 @@ TEST(EngineTimes, CountTheWholeWorkOfANewClient) {
     EXPECT_EQ(times.runningTime("gfx"), 17);
 }
 
+TEST(EngineTimes, CountAnOldClientThatIsFoundLateFromThereOn) {
+    EngineTimes times;
+    times.update({client(1, ran(1'000))}, 10);
+    times.update({client(1, ran(1'000)), client(2, ran(1'001))}, 20);
+    EXPECT_EQ(times.runningTime("gfx"), 10) << "nobody runs for 1001 nanoseconds in 1000";
+    times.update({client(1, ran(1'000)), client(2, ran(1'501))}, 30);
+    EXPECT_EQ(times.runningTime("gfx"), 15);
+}
+
+TEST(EngineTimes, CountWhatANewClientDidInAllOfTheTimeSince) {
+    EngineTimes times;
+    times.update({}, 10);
+    times.update({client(1, ran(1'000)), client(2, ran(2'000, 2), "video")}, 20);
+    EXPECT_EQ(times.runningTime("gfx"), 10);
+    EXPECT_EQ(times.runningTime("video"), 10) << "two engines for as long";
+}
+
+TEST(EngineTimes, TakeAClientForOldByAnyOfItsEngines) {
+    EngineTimes times;
+    times.update({}, 10);
+    auto old = client(1, ran(9'000));
+    old.engines["enc"] = ran(300);
+    times.update({old}, 20);
+    EXPECT_EQ(times.runningTime("gfx"), 0);
+    EXPECT_EQ(times.runningTime("enc"), 0);
+    old.engines["dec"] = ran(400);
+    times.update({old}, 30);
+    EXPECT_EQ(times.runningTime("dec"), 4) << "an engine that a known client had not used before";
+}
+
+TEST(EngineTimes, CountAClientThatCouldNotBeReadForAMomentFromThereOn) {
+    EngineTimes times;
+    times.update({client(1, ran(5'000))}, 10);
+    times.update({}, 20);
+    times.update({client(1, ran(5'100))}, 30);
+    EXPECT_EQ(times.runningTime("gfx"), 50);
+}
+
 TEST(EngineTimes, NeverRunBackwards) {
     EngineTimes times;
     times.update({client(1, ran(1'000))}, 10);

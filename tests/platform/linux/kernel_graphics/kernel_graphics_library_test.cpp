@@ -8,7 +8,7 @@
 #include <string>
 
 // The library as the module opens it. Which adapters there are is a matter of the machine's Vulkan drivers,
-// and no test: none of these calls comes so far.
+// and no call comes so far here.
 namespace vexil::tests {
 namespace {
 

@@ -41,6 +41,23 @@ protected:
         return d3dkmt::success;
     }
 
+    /// From now on: the LUIDs of the adapters whose engines are asked for. `count` is the status of a query
+    /// for their number.
+    std::shared_ptr<std::set<std::uint32_t>>
+    adaptersAskedForEngines(std::function<d3dkmt::Status(const d3dkmt::QueryStatistics&)> count =
+                                [](const auto&) { return d3dkmt::success; }) {
+        auto asked = std::make_shared<std::set<std::uint32_t>>();
+        graphics_.query = [this, asked, count = std::move(count)](d3dkmt::QueryStatistics& request) {
+            const auto status = answer(request);
+            if (request.type == d3dkmt::QueryStatisticsType::Adapter) {
+                return count(request);
+            }
+            asked->insert(request.adapterLuid.lowPart);
+            return status;
+        };
+        return asked;
+    }
+
     std::unique_ptr<D3DKMTDeviceStatistics> make() {
         return std::make_unique<D3DKMTDeviceStatistics>(record_, graphics_, clock_);
     }
@@ -168,6 +185,37 @@ TEST_F(D3dkmtStatistics, AskForEachEngineInOrderWithAClearedRequest) {
     EXPECT_EQ(nodes, (std::vector<std::uint32_t>{0, 1, 2, 0, 1, 2}));
 }
 
+/// The look at the first engine takes as long as the caller let pass, so the second one's window is twice
+/// that.
+class D3dkmtWindows : public D3dkmtStatistics {
+protected:
+    std::uint64_t usageWith(std::vector<std::chrono::milliseconds> ran) {
+        loads_ = {0, 0};
+        const auto source = make();
+        static_cast<void>(source->getUsage(percent_));
+        graphics_.query = [&](d3dkmt::QueryStatistics& request) {
+            const auto node = request.query.nodeId;
+            if (node == 0) {
+                clock_.pass(100ms);
+            }
+            request.queryResult.nodeInformation.runningTime =
+                std::chrono::nanoseconds(ran[node]).count() / 100;
+            return d3dkmt::success;
+        };
+        clock_.pass(100ms);
+        EXPECT_EQ(source->getUsage(percent_), Status::Ok);
+        return percent_;
+    }
+};
+
+TEST_F(D3dkmtWindows, AreReadForEachEngine) {
+    EXPECT_EQ(usageWith({0ms, 50ms}), 25U) << "one for the whole adapter would be 100 ms long";
+}
+
+TEST_F(D3dkmtWindows, EndBeforeTheirEngineIsAsked) {
+    EXPECT_EQ(usageWith({50ms, 0ms}), 50U) << "one that ends afterwards would be 200 ms long";
+}
+
 TEST_F(D3dkmtStatistics, GiveZeroForTwoQueriesInTheSameMoment) {
     const auto source = make();
     static_cast<void>(source->getUsage(percent_));
@@ -205,6 +253,39 @@ TEST_F(D3dkmtStatistics, LeaveTheOutValueAloneWithoutAnyEngine) {
 TEST_F(D3dkmtStatistics, HaveNoEnginesWhereTheirCountCannotBeRead) {
     countStatus_ = d3dkmt::invalidParameter;
     EXPECT_EQ(make()->getUsage(percent_), Status::Unavailable);
+}
+
+TEST_F(D3dkmtStatistics, HaveNoEnginesWithAnyStatusOfTheirCountButZero) {
+    countStatus_ = 1;
+    EXPECT_EQ(make()->getUsage(percent_), Status::Unavailable);
+}
+
+TEST_F(D3dkmtStatistics, CountTheEnginesOfTheNextAdapterWhereTheFunctionIsNotFound) {
+    record_.devicePaths = {"path", "second"};
+    graphics_.adapters["second"] = 8;
+    int lookUps = 0;
+    graphics_.onResolve = [&] {
+        // Two to open the paths; the third is to count the engines of the first adapter.
+        graphics_.missing.clear();
+        if (++lookUps == 3) {
+            graphics_.missing = {"D3DKMTQueryStatistics"};
+        }
+    };
+    const auto asked = adaptersAskedForEngines();
+    EXPECT_EQ(make()->getUsage(percent_), Status::Ok);
+    EXPECT_EQ(percent_, 25U);
+    EXPECT_EQ(*asked, std::set<std::uint32_t>{8});
+}
+
+TEST_F(D3dkmtStatistics, CountTheEnginesOfTheNextAdapterWhereTheQueryFails) {
+    record_.devicePaths = {"path", "second"};
+    graphics_.adapters["second"] = 8;
+    const auto asked = adaptersAskedForEngines([](const d3dkmt::QueryStatistics& request) {
+        return request.adapterLuid.lowPart == 7 ? 1 : d3dkmt::success;
+    });
+    EXPECT_EQ(make()->getUsage(percent_), Status::Ok);
+    EXPECT_EQ(percent_, 25U);
+    EXPECT_EQ(*asked, std::set<std::uint32_t>{8});
 }
 
 TEST_F(D3dkmtStatistics, HaveNoEnginesWithoutTheStatisticsFunction) {
