@@ -1,4 +1,4 @@
-// Which of two things decides that happen in the same launch: a wrong result and a stop.
+// Which of two things decides that happen in the same launch: what the card does wrong, and a stop.
 #include "cuda_fixture.h"
 
 namespace vexil::tests {
@@ -75,6 +75,34 @@ TEST_F(CudaPrecedence, LetsAStopOutrankAWrongWordInTheAddressTestWhichJudgesAtIt
         EXPECT_EQ(reporter.messages, byEvent ? Events{aborted} : Events{});
         expectReleased();
     }
+}
+
+// An arithmetic test looks for a stop between its stages only: what the stage itself finds comes first.
+TEST_F(CudaPrecedence, LetsTheOutcomeOfAStageOutrankAStopWithinIt) {
+    const auto wrong = [](simulated::CudaCardSection& card) {
+        card.wrongOperations = {{"cuda_kernel_standard_execute_integer", 0},
+                                {"cuda_kernel_advanced_execute_integer", 0}};
+    };
+    const auto unreleased = [](simulated::CudaCardSection& card) { card.failingFrees.first = 1; };
+    const auto expectOutcome = [&](const auto& fault, std::uint8_t result, const char* message) {
+        auto card = cardWith(16);
+        fault(card);
+        for (const CudaTestId id : {standardMath, advancedMath}) {
+            for (const char* call : {"cuMemAlloc_v2", "cuMemcpyHtoD_v2", "cuLaunchKernel", "cuCtxSynchronize",
+                                     "cuMemcpyDtoH_v2", "cuMemFree_v2"}) {
+                for (const bool byEvent : {false, true}) {
+                    SCOPED_TRACE(testing::Message() << message << ", test " << id << " at " << call);
+                    configure(card);
+                    stopAt(call, 1, byEvent);
+                    EXPECT_EQ(run(id), result);
+                    EXPECT_EQ(reporter.events, (Events{"100", message}));
+                    EXPECT_EQ(driver().state(0).launches, 1U);
+                }
+            }
+        }
+    };
+    expectOutcome(wrong, core::TestResult::Failed, "MATH_OP_TEST_FAIL_MESSAGE");
+    expectOutcome(unreleased, core::TestResult::CleanupFailed, "FAILED_TO_FREE_GPU_MEMORY");
 }
 
 } // namespace vexil::tests
