@@ -212,6 +212,12 @@ TEST(CudaDeviceCode, ReachesMemoryBy32Or64Bits) {
     }
 }
 
+TEST(CudaDeviceCode, UsesNoSharedMemory) {
+    for (std::size_t file = 0; file < registered.size(); ++file) {
+        EXPECT_EQ(ptxOf(file).find(".shared"), std::string::npos) << file;
+    }
+}
+
 // What the speed on a card hangs on: wide accesses, many of them before the first result is used.
 TEST(CudaDeviceCode, KeepsWholeBatchesOfVectorsInFlight) {
     const auto longestRun = [](const std::string& kernel, const std::string& instruction) {
