@@ -202,6 +202,10 @@ TEST_P(CudaFaultMatrix, EndsAsTheFaultDemands) {
         if (expected.launches != 0) {
             EXPECT_EQ(driver().state(0).launches, expected.launches);
         }
+        if (expected.result == core::TestResult::Failed) {
+            EXPECT_EQ(reporter.progress.size(), driver().state(0).launches + 2)
+                << "after each launch, in the tail, and at the end of the run";
+        }
         EXPECT_EQ(reporter.progress.back(), 100U);
     }
 }
@@ -215,11 +219,12 @@ TEST_F(CudaFaultProgress, StandsBetween30And50WhenTheThirdMemoryFaultPassSeesABi
     card.stuckBits = {{100 * mebibyte, 9, false}};
     configure(card);
     EXPECT_EQ(run(memoryFault), core::TestResult::Failed);
-    ASSERT_GE(reporter.progress.size(), 3U);
-    const auto last = reporter.progress[reporter.progress.size() - 3];
-    EXPECT_GE(last, 30U);
-    EXPECT_LE(last, 50U);
-    EXPECT_EQ(reporter.progress[reporter.progress.size() - 2], 100U) << "the tail sets it";
+    // Two whole passes of 13 launches, then the one that reaches the 100th MiB is the seventh.
+    constexpr std::size_t launches = 13 + 13 + 7;
+    EXPECT_EQ(driver().state(0).launches, launches);
+    ASSERT_EQ(reporter.progress.size(), launches + 2);
+    EXPECT_EQ(reporter.progress[launches - 1], 41U) << "30 + 7 * 320 / 200";
+    EXPECT_EQ(reporter.progress[launches], 100U) << "the tail sets it";
 }
 
 TEST_F(CudaFaultProgress, RunsToTheEndOfTheAddressTestAfterAnEarlyMismatch) {

@@ -3,6 +3,7 @@
 #include "module/video_card/cuda/cuda_abstract_math_op_test.h"
 #include "module/video_card/cuda/cuda_address_test.h"
 #include "module/video_card/cuda/cuda_block_move_test.h"
+#include "module/video_card/cuda/cuda_driver_api.h"
 #include "module/video_card/cuda/cuda_memory_fault_test.h"
 #include "module/video_card/cuda/cuda_modulo_x_test.h"
 #include "module/video_card/cuda/cuda_moving_inversion_test.h"
@@ -21,14 +22,19 @@ namespace {
 
 constexpr int mostCards = 4;
 
-simulated::cuda::Control* loadSimulatedDriver() {
+void* loadSimulatedDriver() {
     // Loaded first, it is what the driver's name means from here on.
     void* const library = platform::openLibraryPath(VEXIL_SIMULATED_CUDA);
     if (library == nullptr) {
         throw std::runtime_error("the simulated driver cannot be loaded from " VEXIL_SIMULATED_CUDA);
     }
-    return reinterpret_cast<simulated::cuda::ControlFunction>(
-        platform::librarySymbol(library, simulated::cuda::controlSymbol))();
+    return library;
+}
+
+template <typename Function>
+Function simulatedSymbol(const char* name) {
+    static void* const library = loadSimulatedDriver();
+    return reinterpret_cast<Function>(platform::librarySymbol(library, name));
 }
 
 std::shared_ptr<module::video_card::Device> makeUnlistedDevice() {
@@ -56,8 +62,15 @@ void forgetCards() {
 } // namespace
 
 simulated::cuda::Control& CudaTest::driver() {
-    static auto* const control = loadSimulatedDriver();
+    static auto* const control =
+        simulatedSymbol<simulated::cuda::ControlFunction>(simulated::cuda::controlSymbol)();
     return *control;
+}
+
+void CudaTest::loseContext() {
+    static const auto setCurrent =
+        simulatedSymbol<decltype(cuda::CudaDriverCalls::cuCtxSetCurrent)>("cuCtxSetCurrent");
+    EXPECT_EQ(setCurrent(nullptr), cuda::CUDA_SUCCESS);
 }
 
 CudaTest::CudaTest() : device(makeDevice()) { configure(cardWith(20)); }

@@ -75,6 +75,8 @@ protected:
     /// How many launches, and so polls, an undisturbed run makes over 17 MiB.
     unsigned launchesOf(CudaTestId id);
     static void expectReleased();
+    /// Takes the context from this thread, so that a call of the driver that has already begun fails.
+    static void loseContext();
 
     /// Runs a test on the card; the reporter and the flags are those of the fixture.
     std::uint8_t run(CudaTestId id);

@@ -237,6 +237,18 @@ TEST_F(CudaMath, GoesOnWithTheCardThatTheHostGivesUpDuringTheFirstStage) {
     }
 }
 
+TEST_F(CudaMath, SaysNothingAboutACardThatTheHostGivesUpAtTheDriverGate) {
+    for (const CudaTestId id : {standardMath, advancedMath}) {
+        configure(cardWith(16));
+        reporter = {};
+        at("cuDriverGetVersion", 1, [&] { device.reset(); });
+        EXPECT_EQ(run(id), core::TestResult::DeviceUnavailable);
+        EXPECT_EQ(reporter.events, Events{});
+        EXPECT_EQ(driver().state(0).launches, 0U);
+        device = makeDevice();
+    }
+}
+
 TEST_F(CudaMath, FreesUpToTheFirstBufferThatCannotBeFreed) {
     for (std::uint64_t nth = 1; nth <= 4; ++nth) {
         auto card = cardWith(16);

@@ -2,6 +2,8 @@
 #include "cuda_fixture.h"
 #include "probed_test.h"
 
+#include <bit>
+
 namespace vexil::tests {
 
 namespace {
@@ -178,6 +180,20 @@ TEST_F(CudaMemoryRelease, ServesOneRunSinceTheFlagIsNeverSetBack) {
     EXPECT_EQ(test->execute(arguments()), core::TestResult::Failed);
     configure(cardWith(16));
     EXPECT_EQ(test->execute(arguments()), core::TestResult::Failed) << "on a card that has nothing";
+}
+
+// A broken card delivers any byte.
+TEST_F(CudaMemoryRelease, TakesAnyByteButZeroForAFlagThatIsSet) {
+    for (const unsigned delivered : {0U, 1U, 2U, 0xFEU, 0xFFU}) {
+        SCOPED_TRACE(delivered);
+        configureWithoutLaunches(16);
+        ProbedTest test;
+        at("cuMemcpyDtoH_v2", 1, [&] { *test.devicePatternOk_ = static_cast<std::uint8_t>(delivered); });
+        EXPECT_EQ(test.execute(arguments()),
+                  delivered == 0 ? core::TestResult::Failed : core::TestResult::Passed);
+        EXPECT_EQ(std::bit_cast<std::uint8_t>(test.patternOk_), delivered == 0 ? 0 : 1)
+            << "as a bool is stored";
+    }
 }
 
 } // namespace vexil::tests

@@ -6,7 +6,7 @@
 #include "module/video_card/cuda/cuda_modulo_x_test.h"
 #include "module/video_card/cuda/cuda_moving_inversion_test.h"
 #include "module/video_card/cuda/cuda_random_number_sequence_test.h"
-#include "module/video_card/cuda/cuda_runtime.h"
+#include "ptx_text.h"
 
 #include <gtest/gtest.h>
 
@@ -38,14 +38,6 @@ const std::vector<Names> registered = {
      "cuda_kernel_advanced_execute_float", "cuda_kernel_standard_execute_float"},
 };
 
-std::string ptxOf(std::size_t binary) { return CudaRuntime::instance().fatBinaries().at(binary)->image; }
-
-/// The declaration and the body of one kernel.
-std::string kernelText(const std::string& ptx, const std::string& name) {
-    const auto begin = ptx.find(".entry " + name + "(");
-    return begin == std::string::npos ? "" : ptx.substr(begin, ptx.find("\n}", begin) - begin);
-}
-
 std::vector<std::string> parameterTypes(const std::string& kernel) {
     std::vector<std::string> types;
     const std::string head = kernel.substr(0, kernel.find(')'));
@@ -55,25 +47,6 @@ std::vector<std::string> parameterTypes(const std::string& kernel) {
         types.push_back((*match)[1]);
     }
     return types;
-}
-
-/// The instructions that stand in the code as inline PTX, without their operands.
-std::multiset<std::string> inlineInstructions(const std::string& kernel) {
-    std::multiset<std::string> found;
-    std::istringstream lines(kernel);
-    bool inside = false;
-    for (std::string line; std::getline(lines, line);) {
-        if (line.find("// begin inline asm") != std::string::npos) {
-            inside = true;
-        } else if (line.find("// end inline asm") != std::string::npos) {
-            inside = false;
-        } else if (inside) {
-            std::string instruction;
-            std::istringstream(line) >> instruction;
-            found.insert(instruction);
-        }
-    }
-    return found;
 }
 
 } // namespace
@@ -151,48 +124,6 @@ TEST(CudaDeviceCode, TakesTheArgumentsInTheirOrder) {
     }
 }
 
-TEST(CudaDeviceCode, DoesItsArithmeticWithExactlyTheNamedInstructions) {
-    using Instructions = std::multiset<std::string>;
-    const std::string ptx = ptxOf(6);
-    EXPECT_EQ(inlineInstructions(kernelText(ptx, "cuda_kernel_standard_execute_integer")),
-              (Instructions{"add.s32", "sub.s32", "mul.lo.s32", "div.s32"}));
-    EXPECT_EQ(inlineInstructions(kernelText(ptx, "cuda_kernel_advanced_execute_integer")),
-              (Instructions{"abs.s32", "neg.s32", "min.s32", "max.s32", "mad.lo.s32", "add.cc.s32",
-                            "sub.cc.s32", "rem.s32", "sad.s32"}));
-    EXPECT_EQ(inlineInstructions(kernelText(ptx, "cuda_kernel_standard_execute_float")),
-              (Instructions{"add.rn.f32", "sub.rn.f32", "mul.rn.f32", "div.rn.f32"}));
-    EXPECT_EQ(inlineInstructions(kernelText(ptx, "cuda_kernel_advanced_execute_float")),
-              (Instructions{"abs.f32", "neg.f32", "min.f32", "max.f32", "fma.rn.f32", "mad.rn.f32",
-                            "ex2.approx.f32", "rcp.rn.f32", "sqrt.rn.f32", "rsqrt.approx.f32",
-                            "lg2.approx.f32", "sin.approx.f32", "cos.approx.f32"}));
-}
-
-TEST(CudaDeviceCode, DoesNoFloatingPointBesideThoseInstructions) {
-    const std::string ptx = ptxOf(6);
-    for (const auto& name : registered[6]) {
-        std::istringstream lines(kernelText(ptx, name));
-        bool inside = false;
-        for (std::string line; std::getline(lines, line);) {
-            inside = line.find("// begin inline asm") != std::string::npos ||
-                     (inside && line.find("// end inline asm") == std::string::npos);
-            std::string word;
-            std::istringstream(line) >> word;
-            const bool moves = word.starts_with("mov.") || word.starts_with("ld.") ||
-                               word.starts_with("st.") || word.starts_with(".");
-            EXPECT_TRUE(inside || moves || word.find(".f32") == std::string::npos) << name << ": " << line;
-        }
-    }
-}
-
-TEST(CudaDeviceCode, ReadsTheThirdOperandInTheAdvancedKernelsOnly) {
-    const std::string ptx = ptxOf(6);
-    for (const auto& name : registered[6]) {
-        const bool advanced = name.find("advanced") != std::string::npos;
-        const bool readsThird = kernelText(ptx, name).find("[" + name + "_param_2]") != std::string::npos;
-        EXPECT_EQ(readsThird, advanced) << name;
-    }
-}
-
 TEST(CudaDeviceCode, ReachesMemoryBy32Or64Bits) {
     const std::string flag = "u8"; // cleared, never read
     const std::set<std::string> widths = {flag, "u32", "s32", "f32", "b32", "u64", "b64", "v2.u32", "v2.b32"};
@@ -209,6 +140,12 @@ TEST(CudaDeviceCode, ReachesMemoryBy32Or64Bits) {
             }
         }
         EXPECT_GT(accesses, 0) << file;
+    }
+}
+
+TEST(CudaDeviceCode, UsesNoSharedMemory) {
+    for (std::size_t file = 0; file < registered.size(); ++file) {
+        EXPECT_EQ(ptxOf(file).find(".shared"), std::string::npos) << file;
     }
 }
 

@@ -5,9 +5,15 @@ VEXIL_KERNELS_BEGIN
 
 VEXIL_INLINE Word elementIndex() { return blockIndex() * blockSize() + threadIndex(); }
 
+/// Volatile, so that every thread loads its operands, whatever the operation of its block makes of them.
+template <typename T>
+VEXIL_INLINE T loadOperand(const T* from) {
+    return *static_cast<const volatile T*>(from);
+}
+
 VEXIL_KERNEL cuda_kernel_advanced_execute_integer(const int* a, const int* b, const int* c, int* out) {
     const Word i = elementIndex();
-    const int x = a[i], y = b[i], z = c[i];
+    const int x = loadOperand(a + i), y = loadOperand(b + i), z = loadOperand(c + i);
     int result = 0;
     switch (blockIndex()) {
     case 0:
@@ -45,7 +51,7 @@ VEXIL_KERNEL cuda_kernel_advanced_execute_integer(const int* a, const int* b, co
 
 VEXIL_KERNEL cuda_kernel_standard_execute_integer(const int* a, const int* b, const int*, int* out) {
     const Word i = elementIndex();
-    const int x = a[i], y = b[i];
+    const int x = loadOperand(a + i), y = loadOperand(b + i);
     int result = 0;
     switch (blockIndex()) {
     case 0:
@@ -68,7 +74,7 @@ VEXIL_KERNEL cuda_kernel_standard_execute_integer(const int* a, const int* b, co
 
 VEXIL_KERNEL cuda_kernel_advanced_execute_float(const float* a, const float* b, const float* c, float* out) {
     const Word i = elementIndex();
-    const float x = a[i], y = b[i], z = c[i];
+    const float x = loadOperand(a + i), y = loadOperand(b + i), z = loadOperand(c + i);
     float result = 0;
     switch (blockIndex()) {
     case 0:
@@ -118,7 +124,7 @@ VEXIL_KERNEL cuda_kernel_advanced_execute_float(const float* a, const float* b, 
 
 VEXIL_KERNEL cuda_kernel_standard_execute_float(const float* a, const float* b, const float*, float* out) {
     const Word i = elementIndex();
-    const float x = a[i], y = b[i];
+    const float x = loadOperand(a + i), y = loadOperand(b + i);
     float result = 0;
     switch (blockIndex()) {
     case 0:
