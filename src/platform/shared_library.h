@@ -12,7 +12,8 @@ namespace vexil::platform {
 [[nodiscard]] void* loadedLibrary(const std::string& name);
 
 /// Searches for `name` only where no user can plant a copy: for a path its own folder, for a bare name the
-/// folder of this code and the system's folders. Never the working directory.
+/// folder of this code and the system's folders. Never the working directory. Windows finds no bare name
+/// here: its system folder is a step of its own.
 [[nodiscard]] void* openTrustedLibrary(const std::string& name);
 
 /// Opens what the path names, by the system's rules for paths.

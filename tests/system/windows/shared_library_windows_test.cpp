@@ -19,6 +19,18 @@ TEST(LoadWithASearchPath, ABareNameIsNotLoadedFromThePath) {
     EXPECT_EQ(getModule()->load(planted.filename().string().c_str(), 1), nullptr);
 }
 
+TEST(Load, PassesByALibraryOfThatNameThatStandsElsewhere) {
+    const fs::path planted = VEXIL_PLANTED_LIBRARY;
+    const auto name = planted.filename().string();
+    void* library = vexil::platform::openLibraryPath(planted.string());
+    ASSERT_NE(library, nullptr);
+    EXPECT_EQ(getModule()->load(name.c_str(), 1), nullptr);
+    void* loaded = vexil::system::loadedOrFound(*getModule(), name);
+    EXPECT_EQ(loaded, library) << "who wants what is there asks for it";
+    vexil::platform::closeLibrary(loaded);
+    vexil::platform::closeLibrary(library);
+}
+
 TEST(Load, FindsASystemLibraryByItsBareName) {
     void* library = getModule()->load("version.dll", 1);
     ASSERT_NE(library, nullptr);
