@@ -16,7 +16,8 @@ namespace vexil::platform {
 /// here: its system folder is a step of its own.
 [[nodiscard]] void* openTrustedLibrary(const std::string& name);
 
-/// Opens what the path names, by the system's rules for paths.
+/// Opens what the path names, by the system's rules for paths. Null for a text that Linux takes for a bare
+/// name.
 [[nodiscard]] void* openLibraryPath(const std::string& path);
 
 /// The folder of the system's own libraries, without a separator at its end; nothing if it cannot be told.
