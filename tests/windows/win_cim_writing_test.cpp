@@ -268,6 +268,23 @@ TEST_F(WinCimWriting, EndsIfTheNamespaceIsNotThereAfterTheSuitesOwnWereMade) {
     EXPECT_TRUE(com_.namespaces.contains(recordNamespace));
 }
 
+TEST_F(WinCimWriting, NeedsAClassThatCanHaveInstances) {
+    for (const char* name : {static_cast<const char*>(nullptr), ""}) {
+        com_.namespaces = {{L"ROOT", {}}};
+        com_.steps.clear();
+        EXPECT_EQ(static_cast<int>(cim_.writeRecord({"TestName"}, {"lost"}, name, recordNamespace)), 19);
+        EXPECT_TRUE(com_.namespaces.contains(recordNamespace)) << "the namespaces are made all the same";
+        EXPECT_EQ(com_.steps.back(), "SpawnInstance ");
+    }
+}
+
+TEST_F(WinCimWriting, EndsIfTheQueryForTheIdsDoesNotFindTheClass) {
+    const std::string longer(51, 'c');
+    for (const char* name : {longer.c_str(), "My Class"}) {
+        EXPECT_EQ(static_cast<int>(cim_.writeRecord({"TestName"}, {"lost"}, name, recordNamespace)), 21);
+    }
+}
+
 TEST_F(WinCimWriting, AnswersThatComCouldNotBeStarted) {
     com_.initializeResult = E_FAIL;
     EXPECT_EQ(write("new"), 16);
