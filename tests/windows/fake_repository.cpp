@@ -261,8 +261,12 @@ public:
             return code(WBEM_E_INVALID_QUERY);
         }
         const auto name = widen(parsed->className);
+        const auto found = classes().find(name);
+        if (name != namespaceClass && found == classes().end()) {
+            return code(WBEM_E_INVALID_CLASS);
+        }
         *enumerator =
-            new Enumerator(fake_, name, name == namespaceClass ? namespacesWithin() : classes()[name]);
+            new Enumerator(fake_, name, name == namespaceClass ? namespacesWithin() : found->second);
         return S_OK;
     }
 
