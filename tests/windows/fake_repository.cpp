@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 namespace vexil::tests {
 
@@ -267,6 +268,9 @@ public:
         }
         *enumerator =
             new Enumerator(fake_, name, name == namespaceClass ? namespacesWithin() : found->second);
+        if (const auto hook = std::exchange(fake_.afterQuery, {})) {
+            hook();
+        }
         return S_OK;
     }
 

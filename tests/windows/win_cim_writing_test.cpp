@@ -296,6 +296,36 @@ TEST_F(WinCimWriting, AnswersThatComCouldNotBeStarted) {
     EXPECT_TRUE(com_.steps.empty());
 }
 
+TEST_F(WinCimWriting, FailsWith19IfComDoesNotStartForANamespaceAndWithTheStatusOfTheQueryForTheIds) {
+    // On a clean machine COM is started for the record, each namespace and the query.
+    for (const auto& [start, expected] : {std::pair(2, 19), {3, 19}, {4, 16}}) {
+        com_.namespaces = {{L"ROOT", {}}};
+        com_.starts = 0;
+        com_.refusedStart = start;
+        EXPECT_EQ(write("lost"), expected) << start;
+        EXPECT_EQ(com_.starts, start) << "nothing is started behind it";
+        expectNothingLeftBehind();
+    }
+    EXPECT_TRUE(records().instances.empty());
+    com_.starts = 0;
+    com_.refusedStart = 2;
+    EXPECT_EQ(write("lost"), 16) << "where the class is there, the query's is the second";
+    EXPECT_TRUE(records().instances.empty());
+}
+
+TEST_F(WinCimWriting, LosesARecordWhoseIdAnotherWriterTakesBehindTheQuery) {
+    makeClass();
+    com_.afterQuery = [&] {
+        WinCim other(com_);
+        EXPECT_EQ(
+            static_cast<int>(other.writeRecord({"TestName"}, {"the other's"}, "TestResult", recordNamespace)),
+            0);
+    };
+    EXPECT_EQ(write("this one's"), 0) << "both are told the same";
+    ASSERT_EQ(records().instances.size(), 1U);
+    EXPECT_EQ(records().instances[0], (std::map<std::wstring, std::wstring>{{L"TestName", L"the other's"}}));
+}
+
 TEST_F(WinCimWriting, WorksInAnotherModeOfComAndLeavesItsReference) {
     com_.initializeResult = RPC_E_CHANGED_MODE;
     com_.securityResult = RPC_E_TOO_LATE;

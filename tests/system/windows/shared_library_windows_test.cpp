@@ -43,6 +43,18 @@ TEST(Load, FindsASystemLibraryByItsBareName) {
     getModule()->release(library);
 }
 
+TEST(Load, FindsWhatALibraryOfAPathImportsBesideIt) {
+    const auto before = fs::current_path();
+    fs::current_path(vexil::tests::testFolder());
+    void* library = getModule()->load(VEXIL_IMPORTING_LIBRARY, 1);
+    fs::current_path(before);
+    ASSERT_NE(library, nullptr);
+    const auto answer = reinterpret_cast<int (*)()>(getModule()->resolve(library, "importedAnswer"));
+    ASSERT_NE(answer, nullptr);
+    EXPECT_EQ(answer(), 43);
+    getModule()->release(library);
+}
+
 TEST(Load, TakesTheNameForUtf8) {
     const auto folder = vexil::tests::testFolder() / L"\u00E9\u4E2D";
     fs::create_directory(folder);
