@@ -105,6 +105,10 @@ public:
             V_I4(value) = *key;
             return S_OK;
         }
+        if (std::ranges::find(content.properties, name, &std::pair<std::wstring, long>::first) ==
+            content.properties.end()) {
+            return code(WBEM_E_NOT_FOUND);
+        }
         const auto found = values.find(name);
         if (found != values.end()) {
             V_VT(value) = VT_BSTR;
@@ -263,11 +267,15 @@ public:
         }
         const auto name = widen(parsed->className);
         const auto found = classes().find(name);
-        if (name != namespaceClass && found == classes().end()) {
+        if (name == namespaceClass) {
+            *enumerator = new Enumerator(fake_, name, namespacesWithin());
+        } else if (name == L"meta_class" && parsed->condition) {
+            *enumerator = new Enumerator(fake_, name, definitionsOf(widen(parsed->condition->value)));
+        } else if (found != classes().end()) {
+            *enumerator = new Enumerator(fake_, name, found->second);
+        } else {
             return code(WBEM_E_INVALID_CLASS);
         }
-        *enumerator =
-            new Enumerator(fake_, name, name == namespaceClass ? namespacesWithin() : found->second);
         if (const auto hook = std::exchange(fake_.afterQuery, {})) {
             hook();
         }
@@ -298,6 +306,15 @@ private:
             }
         }
         return within;
+    }
+
+    /// The class of that name, if there is one, as what a query for definitions gives.
+    FakeClass definitionsOf(const std::wstring& name) {
+        FakeClass definitions{{{L"__CLASS", CIM_STRING}}, L"", {}};
+        if (classes().contains(name)) {
+            definitions.instances[0] = {{L"__CLASS", name}};
+        }
+        return definitions;
     }
 
     std::wstring path_;

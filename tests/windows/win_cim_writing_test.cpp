@@ -397,6 +397,21 @@ TEST_F(WinCimWriting, AnswersTheStepOfTheRemovalThatFailed) {
     }
 }
 
+TEST_F(WinCimWriting, TakesANamespaceWithoutTheClassForAnEmptyResultLog) {
+    using vexil::system::CimStatus;
+    com_.namespaces[L"ROOT\\Norvane"];
+    com_.namespaces[recordNamespace][L"Other"];
+    vexil::system::ResultLog log(cim_);
+    std::vector<vexil::system::ResultRecord> read(1);
+    EXPECT_EQ(log.read(read), CimStatus::Success);
+    EXPECT_TRUE(read.empty());
+    EXPECT_EQ(com_.steps.back(), "ExecQuery SELECT * FROM meta_class WHERE __CLASS = 'TestResult'");
+    EXPECT_EQ(log.append({}), CimStatus::Success);
+    com_.steps.clear();
+    com_.failingStep = 4;
+    EXPECT_EQ(log.read(read), CimStatus::QueryFailed) << "the class is there";
+}
+
 TEST_F(WinCimWriting, KeepsTheResultLogOfTheSuite) {
     using vexil::system::CimStatus;
     using vexil::system::ResultRecord;

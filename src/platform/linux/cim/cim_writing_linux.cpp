@@ -16,7 +16,8 @@ namespace {
 
 /// Whether the class is one, and none of the repository's own, which take no records.
 bool canHaveRecords(const char* className) {
-    return className != nullptr && *className != '\0' && !std::string_view(className).starts_with("__");
+    return className != nullptr && *className != '\0' && !std::string_view(className).starts_with("__") &&
+           !system::equalIgnoringCase(className, system::definitionClass);
 }
 
 /// The ids that a query for them finds: it asks for the first characters of a long name, and cannot ask for
