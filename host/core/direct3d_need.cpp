@@ -15,7 +15,7 @@ constexpr std::array<std::int32_t, 7> direct3dTests = {1, 3, 17, 18, 4, 5, 21};
 
 /// Looks in the module's own way: what that finds is what counts.
 bool isThere(::Module& loader, const char* name) {
-    void* library = loader.load(name, 0);
+    void* library = system::loadedOrFound(loader, name);
     if (library == nullptr) {
         return false;
     }

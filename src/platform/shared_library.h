@@ -12,10 +12,12 @@ namespace vexil::platform {
 [[nodiscard]] void* loadedLibrary(const std::string& name);
 
 /// Searches for `name` only where no user can plant a copy: for a path its own folder, for a bare name the
-/// folder of this code and the system's folders. Never the working directory.
+/// folder of this code and the system's folders. Never the working directory. Windows finds no bare name
+/// here: its system folder is a step of its own.
 [[nodiscard]] void* openTrustedLibrary(const std::string& name);
 
-/// Opens what the path names, by the system's rules for paths.
+/// Opens what the path names, by the system's rules for paths. Null for a text that Linux takes for a bare
+/// name.
 [[nodiscard]] void* openLibraryPath(const std::string& path);
 
 /// The folder of the system's own libraries, without a separator at its end; nothing if it cannot be told.

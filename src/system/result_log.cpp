@@ -19,12 +19,26 @@ constexpr std::array recordFields = {
 };
 static_assert(recordFields.size() == recordTexts.size());
 
-/// The answer to a question about records that may never have been written: then there is no namespace.
-CimStatus emptyIfNeverWritten(CimStatus status) {
-    return status == CimStatus::NotConnected ? CimStatus::Success : status;
+} // namespace
+
+bool ResultLog::lacksClass() {
+    static const auto byName = std::string("__CLASS = '") + resultClass + '\'';
+    const char* whole = "*";
+    OwnedRows definitions(cim_);
+    const auto status =
+        cim_.queryWhere(&whole, byName.c_str(), definitionClass, 1, definitions.out(), recordNamespace);
+    // A definition that is there fails to be read.
+    return status == CimStatus::Success && definitions.size() == 0;
 }
 
-} // namespace
+/// The answer to a question about records that may never have been written: then there is no namespace, or no
+/// class in it, as after a writer that was stopped in between. A query that failed tells nothing of the
+/// reason.
+CimStatus ResultLog::emptyIfNeverWritten(CimStatus status) {
+    const bool neverWritten =
+        status == CimStatus::NotConnected || (status == CimStatus::QueryFailed && lacksClass());
+    return neverWritten ? CimStatus::Success : status;
+}
 
 CimStatus ResultLog::append(const ResultRecord& record) {
     std::vector<std::string> names(recordTexts.begin(), recordTexts.end());

@@ -33,8 +33,8 @@ public:
     /// Appends a record; its `id` is not read.
     [[nodiscard]] CimStatus append(const ResultRecord& record);
 
-    /// The records by id, the oldest first. A log that was never written to is empty. A text longer than 500
-    /// characters comes back cut.
+    /// The records by id, the oldest first. A log that was never written to is empty, also where the
+    /// namespace is there without the class. A text longer than 500 characters comes back cut.
     [[nodiscard]] CimStatus read(std::vector<ResultRecord>& records);
 
     /// Whether the log can take no more records until it is cleared.
@@ -44,6 +44,9 @@ public:
     [[nodiscard]] CimStatus clear();
 
 private:
+    [[nodiscard]] bool lacksClass();
+    [[nodiscard]] CimStatus emptyIfNeverWritten(CimStatus status);
+
     Cim& cim_;
 };
 

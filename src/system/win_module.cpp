@@ -14,17 +14,28 @@ public:
     char separator() override { return platform::pathSeparator(); }
 };
 
+bool isBareName(const std::string& name) { return name.find_first_of("\\/") == std::string::npos; }
+
 } // namespace
 
 void* findLibrary(LibraryCalls& calls, const std::string& name) {
     if (void* library = calls.openTrusted(name)) {
         return library;
     }
-    if (name.find_first_of("\\/") != std::string::npos) {
+    if (!isBareName(name)) {
         return calls.openPath(name);
     }
     const auto folder = calls.systemFolder();
     return folder ? calls.openPath(*folder + calls.separator() + name) : nullptr;
+}
+
+void* loadedOrFound(Module& loader, const std::string& name) {
+    if (isBareName(name)) {
+        if (void* loaded = platform::loadedLibrary(name)) {
+            return loaded;
+        }
+    }
+    return loader.load(name.c_str(), 1);
 }
 
 } // namespace vexil::system

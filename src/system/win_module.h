@@ -22,6 +22,10 @@ public:
 /// one. Null if it is nowhere.
 [[nodiscard]] void* findLibrary(LibraryCalls& calls, const std::string& name);
 
+/// The library that answers to a bare name in this process already, else the one that `loader` finds. So a
+/// stand-in that the host loaded comes into its place, which the loader by itself may pass by.
+[[nodiscard]] void* loadedOrFound(Module& loader, const std::string& name);
+
 } // namespace vexil::system
 
 /// The module's own loader, over the platform's. `flags` is taken and ignored.

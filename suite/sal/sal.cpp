@@ -5,6 +5,7 @@
 #include "hidden_symbols.h"
 #include "platform/shared_library.h"
 #include "simulated/scenario/scenario.h"
+#include "system/win_module.h"
 #include "text_handlers.h"
 
 #include <chrono>
@@ -20,18 +21,14 @@ using namespace vexil;
 /// The suite's loader. The flags are not looked at.
 class Loader final : public Module {
 public:
-    void* load(const char* name, std::uint32_t) override {
-        const std::string text = name;
-        void* library = platform::openTrustedLibrary(text);
-        const bool isPath = text.find_first_of("\\/") != std::string::npos;
-        return library == nullptr && isPath ? platform::openLibraryPath(text) : library;
-    }
+    void* load(const char* name, std::uint32_t) override { return system::loadedOrFound(search_, name); }
     void* resolve(void* library, const char* symbol) override {
         return hidden_.hides(symbol) ? nullptr : platform::librarySymbol(library, symbol);
     }
     void release(void* library) override { platform::closeLibrary(library); }
 
 private:
+    WinModule search_;
     sal::HiddenSymbols hidden_;
 };
 

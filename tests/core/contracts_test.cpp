@@ -7,6 +7,9 @@
 #include "core/sal.h"
 #include "core/test.h"
 #include "support/slot_of.h"
+#include "system/cim/cim.h"
+#include "system/cim/wmi_query.h"
+#include "system/win_module.h"
 
 #include <gtest/gtest.h>
 
@@ -93,8 +96,9 @@ TEST(Contracts, KeepTheOrderOfAReportersOperationsBehindASlotThatTheModuleDoesNo
 }
 
 TEST(Contracts, KeepTheOrderOfTheSuitesObjects) {
-    EXPECT_EQ(slotOf(&::Module::resolve), slotOf(&::Module::load) + 1);
-    EXPECT_EQ(slotOf(&::Module::release), slotOf(&::Module::load) + 2);
+    EXPECT_EQ(slotOf(&::Module::load), first);
+    EXPECT_EQ(slotOf(&::Module::resolve), first + 1);
+    EXPECT_EQ(slotOf(&::Module::release), first + 2);
     EXPECT_EQ(slotOf(&SystemTimer::secondsBetween), slotOf(&SystemTimer::sleepMilliseconds) + 1);
     EXPECT_EQ(slotOf(&SystemTimer::now), slotOf(&SystemTimer::sleepMilliseconds) + 2);
     EXPECT_EQ(slotOf(&NumberHandler::toText), slotOf(&NumberHandler::parse) + 1);
@@ -102,6 +106,22 @@ TEST(Contracts, KeepTheOrderOfTheSuitesObjects) {
     EXPECT_EQ(slotOf(&StringHandler::toLower), slotOf(&StringHandler::makeIdentifier) + 2);
     EXPECT_EQ(slotOf(&SystemDeviceList::property), slotOf(&SystemDeviceList::scan) + 1);
     EXPECT_EQ(slotOf(&SystemDeviceList::count), slotOf(&SystemDeviceList::scan) + 2);
+}
+
+TEST(Contracts, KeepTheOrderOfTheRepositorysOperations) {
+    using system::Cim;
+    EXPECT_EQ(slotOf(&Cim::queryWhere), first);
+    EXPECT_EQ(slotOf(&Cim::query), first + 1);
+    EXPECT_EQ(slotOf(&Cim::writeRecord), first + 2);
+    EXPECT_EQ(slotOf(&Cim::removeNamespace), first + 3);
+    EXPECT_EQ(slotOf(&Cim::freeRows), first + 4);
+}
+
+TEST(Contracts, KeepTheFieldsOfTheSystemsServices) {
+    EXPECT_EQ(sizeof(::Module), sizeof(void*)) << "the table of operations alone";
+    EXPECT_EQ(sizeof(WinModule), sizeof(::Module));
+    EXPECT_EQ(sizeof(system::Cim), sizeof(void*));
+    EXPECT_EQ(sizeof(system::WmiQuery), sizeof(bool));
 }
 
 TEST(Contracts, AreDestroyedThroughTheirInterfaces) {
@@ -115,6 +135,8 @@ TEST(Contracts, AreDestroyedThroughTheirInterfaces) {
     EXPECT_TRUE(std::has_virtual_destructor_v<DiagnosticDispatcher>);
     EXPECT_TRUE(std::has_virtual_destructor_v<InputInteraction>);
     EXPECT_TRUE(std::has_virtual_destructor_v<DeviceScanFilter>);
+    EXPECT_TRUE(std::has_virtual_destructor_v<::Module>);
+    EXPECT_TRUE(std::has_virtual_destructor_v<system::Cim>);
 }
 
 } // namespace

@@ -15,7 +15,7 @@ using namespace cuda;
 const CudaDriverCalls& driver() {
     static const CudaDriverCalls calls = [] {
         CudaDriverCalls loaded;
-        if (void* const library = getModule()->load(platform::cudaDriverLibrary(), 0)) {
+        if (void* const library = system::loadedOrFound(*getModule(), platform::cudaDriverLibrary())) {
             forEachDriverCall(loaded, [&](auto& entry, const char* symbol) {
                 entry = reinterpret_cast<std::remove_reference_t<decltype(entry)>>(
                     getModule()->resolve(library, symbol));

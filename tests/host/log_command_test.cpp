@@ -156,6 +156,16 @@ TEST_F(LogCommand, SaysThatItIsEmpty) {
     EXPECT_EQ(run({"log", "clear"}).out, "The log is empty.\n");
 }
 
+TEST_F(LogCommand, TakesANamespaceWithoutTheClassForAnEmptyLog) {
+    cim_->hasNamespace = true;
+    cim_->lacksClass = true;
+    EXPECT_EQ(run({"log", "list"}).code, 0);
+    EXPECT_EQ(run({"log", "clear"}).code, 0);
+    cim_->hasNamespace = true;
+    EXPECT_EQ(run({"run", "--log", "--card", "0100", "--tests", "1"}).code, 0);
+    EXPECT_EQ(cim_->records.size(), 1U);
+}
+
 TEST_F(LogCommand, ClearsAndSaysHowMuch) {
     addRecord("Aurora 9", "Passed", "", "");
     addRecord("Aurora 9", "Passed", "", "");

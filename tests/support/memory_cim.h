@@ -18,14 +18,21 @@ public:
 
     std::vector<Record> records; ///< each with its id; in the order that queries give
     bool hasNamespace = false;   ///< made by the first record
+    bool lacksClass = false;     ///< there is the namespace only; until the first record
     system::CimStatus queryStatus = system::CimStatus::Success;
     system::CimStatus writeStatus = system::CimStatus::Success;
     int writesUntilFailure = -1; ///< so many succeed before `writeStatus` is NotConnected; -1: all
     std::string lastClass;
 
-    system::CimStatus queryWhere(const char* const*, const char*, const char*, std::int32_t, system::CimRows&,
-                                 const wchar_t*) override {
-        return system::CimStatus::QueryFailed;
+    /// Knows the question whether the class of results is there: a definition that is found is no row.
+    system::CimStatus queryWhere(const char* const*, const char* where, const char* className, std::int32_t,
+                                 system::CimRows& rows, const wchar_t*) override {
+        rows = nullptr;
+        if (queryStatus != system::CimStatus::Success || std::string(className) != "meta_class" ||
+            std::string(where) != "__CLASS = 'TestResult'") {
+            return system::CimStatus::QueryFailed;
+        }
+        return lacksClass ? system::CimStatus::Success : system::CimStatus::PropertyNotRead;
     }
     system::CimStatus query(const char* const* properties, const char* className, std::int32_t count,
                             system::CimRows& rows, const wchar_t* nameSpace) override {
@@ -36,8 +43,12 @@ public:
         if (!hasNamespace || std::wcscmp(nameSpace, system::recordNamespace) != 0) {
             return system::CimStatus::NotConnected;
         }
+        const bool ofNamespaces = std::string(className) == "__Namespace";
+        if (lacksClass && !ofNamespaces) {
+            return system::CimStatus::QueryFailed;
+        }
         system::CimRowCollector collector;
-        for (const auto& record : std::string(className) == "__Namespace" ? std::vector<Record>() : records) {
+        for (const auto& record : ofNamespaces ? std::vector<Record>() : records) {
             collector.addRow();
             for (std::int32_t i = 0; i < count; ++i) {
                 const auto found = record.find(properties[i]);
@@ -58,6 +69,7 @@ public:
             return writeStatus;
         }
         hasNamespace = std::wcscmp(nameSpace, system::recordNamespace) == 0;
+        lacksClass = false;
         lastClass = className;
         Record record{{"Id", std::to_string(nextId++)}};
         for (std::size_t i = 0; i < names.size(); ++i) {

@@ -31,6 +31,12 @@ TEST(RecordIds, GoOnBehindTheLargestInAnyOrder) {
     EXPECT_EQ(ids.oldest(), 3);
 }
 
+TEST(RecordIds, GoOnIn32BitsBehindTheLargestSignedNumber) {
+    RecordIds ids;
+    ids.add(2147483647);
+    EXPECT_EQ(static_cast<std::uint32_t>(ids.next()), 2147483648U);
+}
+
 TEST(RecordIds, AreFullWith5000Records) {
     EXPECT_FALSE(idsFrom(0, 4999).full());
     EXPECT_TRUE(idsFrom(0, 5000).full());

@@ -68,6 +68,20 @@ TEST_F(ResultLogTest, IsEmptyBeforeItsFirstRecord) {
     EXPECT_EQ(cim_.removed, L"") << "there is nothing to remove";
 }
 
+TEST_F(ResultLogTest, IsEmptyInANamespaceWithoutItsClass) {
+    cim_.hasNamespace = true;
+    cim_.lacksClass = true;
+    records_.resize(3);
+    EXPECT_EQ(log_.read(records_), CimStatus::Success);
+    EXPECT_TRUE(records_.empty());
+    bool exhausted = true;
+    EXPECT_EQ(log_.readExhausted(exhausted), CimStatus::Success);
+    EXPECT_FALSE(exhausted);
+    EXPECT_EQ(log_.append(sampleRecord("Passed")), CimStatus::Success);
+    EXPECT_EQ(log_.read(records_), CimStatus::Success);
+    EXPECT_EQ(records_.size(), 1U);
+}
+
 TEST_F(ResultLogTest, RemovesItsNamespaceToClear) {
     ASSERT_EQ(log_.append(sampleRecord("Passed")), CimStatus::Success);
     EXPECT_EQ(log_.clear(), CimStatus::Success);

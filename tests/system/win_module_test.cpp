@@ -1,5 +1,7 @@
 #include "system/win_module.h"
 
+#include "platform/shared_library.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -76,6 +78,38 @@ TEST(FindLibrary, GivesUpOnABareNameWithoutASystemFolder) {
     calls.pathResult = &calls.handles[1];
     EXPECT_EQ(findLibrary(calls, "x.dll"), nullptr);
     EXPECT_EQ(calls.steps, (Steps{"trusted x.dll", "system folder"}));
+}
+
+/// Finds what it is told, and writes down what it was asked for.
+class RecordedModule final : public ::Module {
+public:
+    void* load(const char* name, std::uint32_t flags) override {
+        asked.push_back(std::string(name) + " with " + std::to_string(flags));
+        return this;
+    }
+    void* resolve(void*, const char*) override { return nullptr; }
+    void release(void*) override {}
+
+    Steps asked;
+};
+
+TEST(LoadedOrFound, AsksTheLoaderWithTheFlagsOfEveryCallerForWhatIsNotThere) {
+    RecordedModule loader;
+    EXPECT_EQ(vexil::system::loadedOrFound(loader, "no-such-library"), &loader);
+    EXPECT_EQ(loader.asked, Steps{"no-such-library with 1"});
+}
+
+TEST(LoadedOrFound, TakesALibraryOfThatNameThatIsThere) {
+    RecordedModule loader;
+    void* library = vexil::platform::openLibraryPath(VEXIL_PLANTED_LIBRARY);
+    ASSERT_NE(library, nullptr);
+    void* loaded = vexil::system::loadedOrFound(loader, VEXIL_PLANTED_NAME);
+    EXPECT_EQ(loaded, library);
+    EXPECT_TRUE(loader.asked.empty());
+    vexil::platform::closeLibrary(loaded);
+    vexil::platform::closeLibrary(library);
+    EXPECT_EQ(vexil::system::loadedOrFound(loader, VEXIL_PLANTED_LIBRARY), &loader)
+        << "a path is the loader's to open";
 }
 
 TEST(GetModule, HandsOutOneLoaderForTheWholeModule) {

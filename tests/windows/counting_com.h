@@ -13,14 +13,19 @@ class CountingCom : public platform::ComCalls {
 public:
     HRESULT initializeResult = S_OK;
     HRESULT securityResult = S_OK;
-    int refusedText = 0; ///< the number, from 1, of the text that there is no memory for
+    int refusedStart = 0; ///< the number, from 1, of the start of COM that fails
+    int refusedText = 0;  ///< the number, from 1, of the text that there is no memory for
 
     int references = 0; ///< to COM: those given less those taken back
     int textsAlive = 0;
     int texts = 0;
+    int starts = 0;
     int interfacesAlive = 0;
 
     HRESULT initialize(void*, DWORD) override {
+        if (++starts == refusedStart) {
+            return E_FAIL;
+        }
         references += SUCCEEDED(initializeResult) ? 1 : 0;
         return initializeResult;
     }

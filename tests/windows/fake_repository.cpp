@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 namespace vexil::tests {
 
@@ -103,6 +104,10 @@ public:
             V_VT(value) = VT_I4;
             V_I4(value) = *key;
             return S_OK;
+        }
+        if (std::ranges::find(content.properties, name, &std::pair<std::wstring, long>::first) ==
+            content.properties.end()) {
+            return code(WBEM_E_NOT_FOUND);
         }
         const auto found = values.find(name);
         if (found != values.end()) {
@@ -261,8 +266,19 @@ public:
             return code(WBEM_E_INVALID_QUERY);
         }
         const auto name = widen(parsed->className);
-        *enumerator =
-            new Enumerator(fake_, name, name == namespaceClass ? namespacesWithin() : classes()[name]);
+        const auto found = classes().find(name);
+        if (name == namespaceClass) {
+            *enumerator = new Enumerator(fake_, name, namespacesWithin());
+        } else if (name == L"meta_class" && parsed->condition) {
+            *enumerator = new Enumerator(fake_, name, definitionsOf(widen(parsed->condition->value)));
+        } else if (found != classes().end()) {
+            *enumerator = new Enumerator(fake_, name, found->second);
+        } else {
+            return code(WBEM_E_INVALID_CLASS);
+        }
+        if (const auto hook = std::exchange(fake_.afterQuery, {})) {
+            hook();
+        }
         return S_OK;
     }
 
@@ -290,6 +306,15 @@ private:
             }
         }
         return within;
+    }
+
+    /// The class of that name, if there is one, as what a query for definitions gives.
+    FakeClass definitionsOf(const std::wstring& name) {
+        FakeClass definitions{{{L"__CLASS", CIM_STRING}}, L"", {}};
+        if (classes().contains(name)) {
+            definitions.instances[0] = {{L"__CLASS", name}};
+        }
+        return definitions;
     }
 
     std::wstring path_;

@@ -2,6 +2,7 @@
 
 #include "counting_com.h"
 
+#include <functional>
 #include <map>
 #include <string>
 #include <utility>
@@ -27,6 +28,8 @@ public:
     HRESULT failure = E_FAIL;    ///< and what it answers
     HRESULT callStatus = S_OK;   ///< what a call that returned at once came to
     bool givesCallResult = true; ///< for such a call
+    /// Called once, when a query has found its rows and nobody has read them.
+    std::function<void()> afterQuery;
 
     std::vector<std::string> steps;
 

@@ -268,6 +268,23 @@ TEST_F(WinCimWriting, EndsIfTheNamespaceIsNotThereAfterTheSuitesOwnWereMade) {
     EXPECT_TRUE(com_.namespaces.contains(recordNamespace));
 }
 
+TEST_F(WinCimWriting, NeedsAClassThatCanHaveInstances) {
+    for (const char* name : {static_cast<const char*>(nullptr), ""}) {
+        com_.namespaces = {{L"ROOT", {}}};
+        com_.steps.clear();
+        EXPECT_EQ(static_cast<int>(cim_.writeRecord({"TestName"}, {"lost"}, name, recordNamespace)), 19);
+        EXPECT_TRUE(com_.namespaces.contains(recordNamespace)) << "the namespaces are made all the same";
+        EXPECT_EQ(com_.steps.back(), "SpawnInstance ");
+    }
+}
+
+TEST_F(WinCimWriting, EndsIfTheQueryForTheIdsDoesNotFindTheClass) {
+    const std::string longer(51, 'c');
+    for (const char* name : {longer.c_str(), "My Class"}) {
+        EXPECT_EQ(static_cast<int>(cim_.writeRecord({"TestName"}, {"lost"}, name, recordNamespace)), 21);
+    }
+}
+
 TEST_F(WinCimWriting, AnswersThatComCouldNotBeStarted) {
     com_.initializeResult = E_FAIL;
     EXPECT_EQ(write("new"), 16);
@@ -277,6 +294,36 @@ TEST_F(WinCimWriting, AnswersThatComCouldNotBeStarted) {
     EXPECT_EQ(write("new"), 17);
     EXPECT_EQ(remove(), 17);
     EXPECT_TRUE(com_.steps.empty());
+}
+
+TEST_F(WinCimWriting, FailsWith19IfComDoesNotStartForANamespaceAndWithTheStatusOfTheQueryForTheIds) {
+    // On a clean machine COM is started for the record, each namespace and the query.
+    for (const auto& [start, expected] : {std::pair(2, 19), {3, 19}, {4, 16}}) {
+        com_.namespaces = {{L"ROOT", {}}};
+        com_.starts = 0;
+        com_.refusedStart = start;
+        EXPECT_EQ(write("lost"), expected) << start;
+        EXPECT_EQ(com_.starts, start) << "nothing is started behind it";
+        expectNothingLeftBehind();
+    }
+    EXPECT_TRUE(records().instances.empty());
+    com_.starts = 0;
+    com_.refusedStart = 2;
+    EXPECT_EQ(write("lost"), 16) << "where the class is there, the query's is the second";
+    EXPECT_TRUE(records().instances.empty());
+}
+
+TEST_F(WinCimWriting, LosesARecordWhoseIdAnotherWriterTakesBehindTheQuery) {
+    makeClass();
+    com_.afterQuery = [&] {
+        WinCim other(com_);
+        EXPECT_EQ(
+            static_cast<int>(other.writeRecord({"TestName"}, {"the other's"}, "TestResult", recordNamespace)),
+            0);
+    };
+    EXPECT_EQ(write("this one's"), 0) << "both are told the same";
+    ASSERT_EQ(records().instances.size(), 1U);
+    EXPECT_EQ(records().instances[0], (std::map<std::wstring, std::wstring>{{L"TestName", L"the other's"}}));
 }
 
 TEST_F(WinCimWriting, WorksInAnotherModeOfComAndLeavesItsReference) {
@@ -348,6 +395,21 @@ TEST_F(WinCimWriting, AnswersTheStepOfTheRemovalThatFailed) {
         EXPECT_EQ(remove(), expected[step]) << step;
         expectNothingLeftBehind();
     }
+}
+
+TEST_F(WinCimWriting, TakesANamespaceWithoutTheClassForAnEmptyResultLog) {
+    using vexil::system::CimStatus;
+    com_.namespaces[L"ROOT\\Norvane"];
+    com_.namespaces[recordNamespace][L"Other"];
+    vexil::system::ResultLog log(cim_);
+    std::vector<vexil::system::ResultRecord> read(1);
+    EXPECT_EQ(log.read(read), CimStatus::Success);
+    EXPECT_TRUE(read.empty());
+    EXPECT_EQ(com_.steps.back(), "ExecQuery SELECT * FROM meta_class WHERE __CLASS = 'TestResult'");
+    EXPECT_EQ(log.append({}), CimStatus::Success);
+    com_.steps.clear();
+    com_.failingStep = 4;
+    EXPECT_EQ(log.read(read), CimStatus::QueryFailed) << "the class is there";
 }
 
 TEST_F(WinCimWriting, KeepsTheResultLogOfTheSuite) {

@@ -42,23 +42,41 @@ bool isWorkingDirectory(std::string_view element) {
            std::filesystem::equivalent(element, std::filesystem::current_path(error), error);
 }
 
-/// The loader reads an empty or relative element of the path as the working directory.
-bool loaderPathHoldsWorkingDirectory() {
-    const char* variable = std::getenv("LD_LIBRARY_PATH");
-    if (variable == nullptr || *variable == '\0') {
+constexpr std::string_view pathVariable = "LD_LIBRARY_PATH";
+
+/// The value of the variable as the process started, when the loader read it; a host may have changed it.
+std::string readPathAtStart() {
+    std::ifstream environment("/proc/self/environ", std::ios::binary);
+    for (std::string entry; std::getline(environment, entry, '\0');) {
+        if (entry.starts_with(pathVariable) && entry.substr(pathVariable.size()).starts_with('=')) {
+            return entry.substr(pathVariable.size() + 1);
+        }
+    }
+    return {};
+}
+
+/// The loader reads an empty or relative element of a path as the working directory.
+bool holdsWorkingDirectory(std::string_view path) {
+    if (path.empty()) {
         return false;
     }
-    std::string_view rest = variable;
     for (;;) {
-        const auto end = rest.find_first_of(":;");
-        if (isWorkingDirectory(rest.substr(0, end))) {
+        const auto end = path.find_first_of(":;");
+        if (isWorkingDirectory(path.substr(0, end))) {
             return true;
         }
         if (end == std::string_view::npos) {
             return false;
         }
-        rest.remove_prefix(end + 1);
+        path.remove_prefix(end + 1);
     }
+}
+
+bool loaderPathHoldsWorkingDirectory() {
+    static const auto atStart = readPathAtStart();
+    // Also as it is now: a program that shows a title may have written over what it started with.
+    const char* now = std::getenv(pathVariable.data());
+    return holdsWorkingDirectory(atStart) || (now != nullptr && holdsWorkingDirectory(now));
 }
 
 } // namespace
@@ -85,7 +103,10 @@ void* openTrustedLibrary(const std::string& name) {
     return loaderPathHoldsWorkingDirectory() ? nullptr : dlopen(name.c_str(), mode);
 }
 
-void* openLibraryPath(const std::string& path) { return dlopen(path.c_str(), mode); }
+void* openLibraryPath(const std::string& path) {
+    // Without a slash it is a bare name to the loader, though it may hold another system's separator.
+    return path.find('/') == std::string::npos ? nullptr : dlopen(path.c_str(), mode);
+}
 
 std::optional<std::string> systemLibraryFolder() {
     // Debian's folder first, then those of the other families.

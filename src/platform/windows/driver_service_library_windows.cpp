@@ -1,5 +1,6 @@
 #include "platform/driver_service_library.h"
 
+#include "platform/processor.h"
 #include "platform/shared_library.h"
 
 #include <windows.h>
@@ -30,7 +31,7 @@ void* openDriverServiceLibrary() {
         return library;
     }
     // The service of a simulated machine stands elsewhere, and the host has loaded it.
-    return loadedLibrary("NorvaneDiagnosticsDriverService.dll");
+    return hasProcessorLibrary() ? loadedLibrary("NorvaneDiagnosticsDriverService.dll") : nullptr;
 }
 
 } // namespace vexil::platform

@@ -15,13 +15,8 @@ static_assert(trustedFolders == 0x900);
 } // namespace
 
 void* openTrustedLibrary(const std::string& name) {
-    // A bare name means the library that is there already, in whatever folder it stands: Windows' rule, which
-    // Wine does not keep for a search in trusted folders.
-    if (name.find_first_of("\\/") == std::string::npos) {
-        if (void* loaded = loadedLibrary(name)) {
-            return loaded;
-        }
-    }
+    // The folder of a library is told of a full path only: a bare name ends here with an invalid parameter,
+    // and is left to the system folder.
     return LoadLibraryExW(toWide(name).c_str(), nullptr, trustedFolders);
 }
 

@@ -34,6 +34,10 @@ using CimRows = std::vector<CimRow*>*;
 /// The namespace that describes the machine.
 inline constexpr const wchar_t* machineNamespace = L"ROOT\\CIMV2";
 
+/// The class by which WQL knows the definitions of a namespace's classes. They are asked for as a whole, "*",
+/// and by the property `__CLASS`, their name; as rows they cannot be read.
+inline constexpr const char* definitionClass = "meta_class";
+
 /// The operations stand in the order of their slots. `properties` is an array of `count` names; a query that
 /// finds no object, or does not answer `Success`, leaves `rows` null.
 class Cim {

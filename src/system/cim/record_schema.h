@@ -39,7 +39,11 @@ public:
     void add(std::int32_t id);
 
     /// The largest id plus 1, so that none is used again while a larger one exists; 0 for the first record.
-    [[nodiscard]] std::int32_t next() const { return largest_ + 1; }
+    /// Ids are 32 bits that COM takes as signed: behind 2147483647, which only another program writes, comes
+    /// the number with the next bits.
+    [[nodiscard]] std::int32_t next() const {
+        return static_cast<std::int32_t>(static_cast<std::uint32_t>(largest_) + 1);
+    }
     /// Whether the oldest record must go before another comes.
     [[nodiscard]] bool full() const { return count_ >= recordLimit; }
     /// The smallest id, which is looked for below 5001 only: where all ids lie above, it is 5001, and there

@@ -1,5 +1,6 @@
 #include "core/message_keys.h"
 #include "module/video_card/vocabulary.h"
+#include "system/folders.h"
 
 #include <gtest/gtest.h>
 
@@ -103,6 +104,11 @@ TEST(MessageKeys, KeepWhatTheSuiteReadsFromTheSharedHeader) {
     for (const auto& [key, text] : expected) {
         EXPECT_EQ(key, text);
     }
+}
+
+TEST(Vocabulary, SecuresFoldersAsTheMapOfThemDoes) {
+    const auto& narrow = vocabulary::folderSecurity;
+    EXPECT_EQ(std::wstring(narrow.begin(), narrow.end()), system::folderSecurity);
 }
 
 } // namespace

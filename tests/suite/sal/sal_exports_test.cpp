@@ -74,4 +74,15 @@ TEST(Sal, LoadsALibraryResolvesItsFunctionsAndGivesItBack) {
     EXPECT_EQ(getTimer(), get_timer()) << "the program still uses it";
 }
 
+TEST(Sal, LoadsByItsBareNameWhatTheProcessHasAlreadyAndNothingElse) {
+    Module& loader = *get_module();
+    EXPECT_EQ(loader.load(VEXIL_PLANTED_NAME, 1), nullptr);
+    void* planted = loader.load(VEXIL_PLANTED_LIBRARY, 1);
+    ASSERT_NE(planted, nullptr);
+    void* loaded = loader.load(VEXIL_PLANTED_NAME, 1);
+    EXPECT_EQ(loaded, planted) << "so a stand-in comes into its place";
+    loader.release(loaded);
+    loader.release(planted);
+}
+
 } // namespace

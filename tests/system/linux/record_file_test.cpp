@@ -1,5 +1,7 @@
 #include "record_folder.h"
 
+#include "system/result_log.h"
+
 #include <sys/resource.h>
 #include <sys/stat.h>
 
@@ -110,6 +112,9 @@ TEST_F(RecordFile, WithDamageInTheMiddleIsToldOfAndKeepsItsBytes) {
     EXPECT_NE(trouble(RecordUse::Read), "");
     EXPECT_EQ(trouble(RecordUse::Write), trouble(RecordUse::Read));
     EXPECT_EQ(query({"Id", "TestName"}), 21);
+    std::vector<vexil::system::ResultRecord> records;
+    EXPECT_EQ(vexil::system::ResultLog(cim_).read(records), vexil::system::CimStatus::QueryFailed)
+        << "what cannot be read is not taken for empty";
     EXPECT_EQ(write("new"), 19);
     EXPECT_EQ(bytes(), before);
 }

@@ -27,7 +27,17 @@ struct Account {
     int next = 0;
     int lines = 0; ///< that its processes have said
     std::set<int> acknowledged;
+
+    /// Goes back to the record that the writer was killed at, if the log has not said to have it.
+    void tryAgain() {
+        if (next > 0 && !acknowledged.contains(next - 1)) {
+            --next;
+        }
+    }
 };
+
+/// What becomes of a record that its writer was killed at.
+enum class Unacknowledged { PassedOver, TriedAgain };
 
 /// A process that writes.
 class Writer {
@@ -103,7 +113,7 @@ protected:
 
     /// Runs the writers until each has tried `count` records, killing one whenever they have said so many
     /// lines more; 0: none.
-    void run(int count, int linesFromKillToKill) {
+    void run(int count, int linesFromKillToKill, Unacknowledged unacknowledged) {
         std::map<int, std::unique_ptr<Writer>> running;
         int nextKill = linesFromKillToKill;
         const auto start = [&](int writer) {
@@ -136,6 +146,9 @@ protected:
                 ASSERT_TRUE(ended == 0 || ended == -1) << "a writer was refused a record";
                 killed_ += ended == -1 ? 1 : 0;
                 if (ended == -1) {
+                    if (unacknowledged == Unacknowledged::TriedAgain) {
+                        accounts_[owners[i]].tryAgain();
+                    }
                     start(owners[i]);
                 }
             }
@@ -158,7 +171,7 @@ protected:
 TEST_F(RecordWriters, LoseNoAcknowledgedRecordThoughTheyAreKilled) {
     // Ten thousand in all, the most that a class takes before its oldest id lies too high.
     constexpr int perWriter = 2500;
-    run(perWriter, 120);
+    run(perWriter, 120, Unacknowledged::PassedOver);
     EXPECT_GE(killed_, 100) << "too few were killed for a proof";
 
     ResultLog log(cim_);
@@ -207,8 +220,29 @@ TEST_F(RecordWriters, LoseNoAcknowledgedRecordThoughTheyAreKilled) {
     RecordProperty("acknowledged", static_cast<int>(acknowledged));
 }
 
+TEST_F(RecordWriters, LoseNoneAtAllWhereNothingIsPushedOutAndTheLastIsTriedAgain) {
+    // With a second copy of each record that was written before its writer was killed, and not acknowledged.
+    constexpr int perWriter = 1200;
+    run(perWriter, 120, Unacknowledged::TriedAgain);
+    EXPECT_GE(killed_, 50) << "too few were killed for a proof";
+    ASSERT_LE(writers * perWriter + killed_, 5000) << "some may have been pushed out";
+
+    ResultLog log(cim_);
+    std::vector<ResultRecord> records;
+    ASSERT_EQ(log.read(records), CimStatus::Success);
+    EXPECT_LE(records.size(), static_cast<std::size_t>(writers * perWriter + killed_));
+    std::map<int, std::set<int>> present;
+    for (const auto& record : records) {
+        present[std::stoi(record.moduleName)].insert(std::stoi(record.deviceUdi));
+    }
+    for (const auto& [writer, account] : accounts_) {
+        EXPECT_EQ(account.acknowledged.size(), static_cast<std::size_t>(perWriter));
+        EXPECT_EQ(present[writer], account.acknowledged) << "records of " << writer;
+    }
+}
+
 TEST_F(RecordWriters, WriteAllRecordsIfNobodyIsKilled) {
-    run(100, 0);
+    run(100, 0, Unacknowledged::PassedOver);
     ResultLog log(cim_);
     std::vector<ResultRecord> records;
     ASSERT_EQ(log.read(records), CimStatus::Success);

@@ -1,9 +1,12 @@
 #include "record_folder.h"
 
+#include "system/result_log.h"
+
 #include <string>
 
 namespace {
 
+using vexil::system::CimStatus;
 using vexil::tests::RecordFolderTest;
 
 class LinuxRecords : public RecordFolderTest {};
@@ -120,9 +123,67 @@ TEST_F(LinuxRecords, GoIntoTheOuterNamespaceToo) {
     EXPECT_EQ(rows_, (Rows{{"outer"}}));
 }
 
-TEST_F(LinuxRecords, NeedAClassAndAHome) {
-    EXPECT_EQ(write({}, {}, nullptr), 26);
-    EXPECT_FALSE(std::filesystem::exists(file_));
+TEST_F(LinuxRecords, NeedAClassThatCanHaveInstances) {
+    for (const char* name : {static_cast<const char*>(nullptr), "", "__Namespace", "meta_class"}) {
+        EXPECT_EQ(write({"TestName"}, {"lost"}, name), 19);
+        EXPECT_EQ(query({"Name"}, "__Namespace", L"ROOT\\Norvane"), 0);
+        EXPECT_EQ(rows_, (Rows{{"Norvane_Diagnostics"}})) << "the namespaces are made all the same";
+        EXPECT_EQ(remove(L"ROOT", L"Norvane", L"Norvane_Diagnostics"), 0);
+    }
+}
+
+TEST_F(LinuxRecords, AreRefusedWhereTheQueryForTheirIdsWouldNotFindTheClass) {
+    const std::string cut(50, 'c');
+    const std::string longer = cut + "d";
+    for (const char* name : {longer.c_str(), "My Class", "Cl\xC3\xA9", "A WHERE TestName = 'x'"}) {
+        EXPECT_EQ(write({"TestName"}, {"lost"}, name), 21) << name;
+        EXPECT_EQ(query({"TestName"}, name), 21) << name;
+    }
+    EXPECT_EQ(write({"TestName"}, {"kept"}, cut.c_str()), 0) << "50 characters are sent";
+    EXPECT_EQ(query({"TestName"}, cut.c_str()), 0);
+    EXPECT_EQ(rows_, (Rows{{"kept"}}));
+}
+
+TEST_F(LinuxRecords, GoOnBehindTheIdsThatTheQueryFinds) {
+    const std::string cut(50, 'c');
+    EXPECT_EQ(write({"TestName"}, {"first"}, cut.c_str()), 0);
+    EXPECT_EQ(write({"TestName"}, {"second"}, cut.c_str()), 0);
+    const auto longer = cut + "d";
+    EXPECT_EQ(write({"TestName"}, {"other"}, longer.c_str()), 0) << "those of the class with the cut name";
+    vexil::platform::RecordStore store(file_, vexil::platform::Database::Access::Read);
+    const auto number = store.findClass("ROOT\\Norvane\\Norvane_Diagnostics", longer);
+    ASSERT_TRUE(number);
+    EXPECT_EQ(store.ids(*number).oldest(), 2);
+}
+
+TEST_F(LinuxRecords, OfAnotherClassLeaveTheResultLogEmpty) {
+    ASSERT_EQ(write({"TestName"}, {"another program's"}, "Other"), 0);
+    vexil::system::ResultLog log(cim_);
+    std::vector<vexil::system::ResultRecord> records(1);
+    EXPECT_EQ(log.read(records), CimStatus::Success);
+    EXPECT_TRUE(records.empty());
+    bool exhausted = true;
+    EXPECT_EQ(log.readExhausted(exhausted), CimStatus::Success);
+    EXPECT_FALSE(exhausted);
+    EXPECT_EQ(log.append({}), CimStatus::Success);
+    EXPECT_EQ(log.read(records), CimStatus::Success);
+    EXPECT_EQ(records.size(), 1U);
+    EXPECT_EQ(query({"TestName"}, "Other"), 0);
+    EXPECT_EQ(rows_, (Rows{{"another program's"}}));
+}
+
+TEST_F(LinuxRecords, TellOfTheirClassInTheWayOfWmi) {
+    ASSERT_EQ(write("first"), 0);
+    EXPECT_EQ(query({"__CLASS"}, "meta_class"), 0);
+    EXPECT_EQ(rows_, (Rows{{"TestResult"}}));
+    EXPECT_EQ(query({"*"}, "meta_class"), 23) << "a definition is no row";
+    EXPECT_EQ(query({"__CLASS"}, "meta_class", L"ROOT\\CIMV2"), 0);
+    EXPECT_EQ(rows_, (Rows{{"Win32_PnPSignedDriver"}, {"Win32_Processor"}, {"Win32_VideoController"}}));
+    EXPECT_EQ(query({"__CLASS"}, "meta_class", L"ROOT"), 0);
+    EXPECT_TRUE(rows_.empty());
+}
+
+TEST_F(LinuxRecords, NeedAHome) {
     vexil::platform::LinuxCim homeless("/", std::nullopt);
     EXPECT_EQ(static_cast<int>(homeless.writeRecord({}, {}, "A", vexil::system::recordNamespace)), 18);
     EXPECT_EQ(static_cast<int>(homeless.removeNamespace(L"ROOT", L"Norvane", L"Norvane_Diagnostics")), 18);

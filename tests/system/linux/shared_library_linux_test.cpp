@@ -14,12 +14,17 @@ namespace fs = std::filesystem;
 
 const fs::path planted = VEXIL_PLANTED_LIBRARY;
 
-/// Whether a program that runs in the folder of the planted library, with that search path, loads it by its
-/// bare name. The system's loader reads the path only as a program starts.
-bool loadsPlantedLibrary(const std::string& searchPath) {
-    const auto command = "cd '" + planted.parent_path().string() + "' && LD_LIBRARY_PATH='" + searchPath +
-                         "' '" + VEXIL_LIBRARY_PROBE + "' " + planted.filename().string();
+/// Whether a program that runs in the folder, with that search path, loads what its arguments name. The
+/// system's loader reads the path only as a program starts.
+bool loadsIn(const fs::path& folder, const std::string& searchPath, const std::string& arguments) {
+    const auto command = "cd '" + folder.string() + "' && LD_LIBRARY_PATH='" + searchPath + "' '" +
+                         VEXIL_LIBRARY_PROBE + "' " + arguments;
     return std::system(command.c_str()) == 0;
+}
+
+/// The same in the folder of the planted library, of which the bare name is asked for.
+bool loadsPlantedLibrary(const std::string& searchPath, const std::string& options = {}) {
+    return loadsIn(planted.parent_path(), searchPath, options + planted.filename().string());
 }
 
 TEST(LoadWithASearchPath, RefusesTheWorkingDirectoryInEveryWayToWriteIt) {
@@ -32,9 +37,19 @@ TEST(LoadWithASearchPath, RefusesTheWorkingDirectoryInEveryWayToWriteIt) {
 }
 
 TEST(LoadWithASearchPath, TakesAFolderThatIsNotTheWorkingDirectory) {
-    const auto command = "cd / && LD_LIBRARY_PATH='" + planted.parent_path().string() + "' '" +
-                         VEXIL_LIBRARY_PROBE + "' " + planted.filename().string();
-    EXPECT_EQ(std::system(command.c_str()), 0);
+    EXPECT_TRUE(loadsIn("/", planted.parent_path(), planted.filename().string()));
+}
+
+TEST(LoadWithASearchPath, RefusesTheWorkingDirectoryThoughTheHostHasTakenThePathAway) {
+    EXPECT_FALSE(loadsPlantedLibrary(".", "--unset LD_LIBRARY_PATH "))
+        << "the system's loader keeps the path that it read";
+}
+
+TEST(LoadWithASearchPath, TakesANameWithABackslashForNoReasonToSearch) {
+    const auto folder = vexil::tests::testFolder();
+    fs::copy_file(planted, folder / "sub\\x.so");
+    EXPECT_FALSE(loadsIn(folder, ".", "'sub\\x.so'"));
+    EXPECT_TRUE(loadsIn(folder, ".", "'./sub\\x.so'")) << "by its path it is loaded";
 }
 
 TEST(LoadWithASearchPath, FindsTheSystemsLibrariesAllTheSame) {

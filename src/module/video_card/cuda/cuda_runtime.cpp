@@ -39,7 +39,7 @@ cudaError_t CudaRuntime::loadDriver() {
     if (!driverTried_) {
         driverTried_ = true;
         ::Module* const loader = loader_();
-        if (void* const library = loader->load(driverLibrary_.c_str(), 0)) {
+        if (void* const library = system::loadedOrFound(*loader, driverLibrary_)) {
             driverLoaded_ = true;
             forEachDriverCall(driver_, [&](auto& entry, const char* symbol) {
                 entry = reinterpret_cast<std::remove_reference_t<decltype(entry)>>(

@@ -2,7 +2,6 @@
 
 #include "platform/direct3d_environment.h"
 #include "platform/library_names.h"
-#include "platform/shared_library.h"
 #include "system/win_module.h"
 
 #include <utility>
@@ -12,12 +11,10 @@ namespace vexil::module::video_card {
 namespace {
 
 /// What answers to the name already is the Direct3D of this process: the one that a window system has
-/// brought, or a stand-in. On Windows the loader's own search would pass it by and take the one in the system
-/// folder beside it.
+/// brought, or a stand-in.
 template <typename Function>
 Function resolve(Module& loader, const char* library, const char* symbol) {
-    void* const loaded = platform::loadedLibrary(library);
-    void* const handle = loaded != nullptr ? loaded : loader.load(library, 0);
+    void* const handle = system::loadedOrFound(loader, library);
     return handle == nullptr ? nullptr : reinterpret_cast<Function>(loader.resolve(handle, symbol));
 }
 

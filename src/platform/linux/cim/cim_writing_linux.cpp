@@ -2,7 +2,10 @@
 #include "platform/linux/cim/namespace_path.h"
 #include "platform/linux/cim/record_store.h"
 #include "platform/wide_text.h"
+#include "system/cim/query_text.h"
+#include "system/cim/wql.h"
 
+#include <string_view>
 #include <system_error>
 
 namespace vexil::platform {
@@ -10,6 +13,30 @@ namespace vexil::platform {
 using system::CimStatus;
 
 namespace {
+
+/// Whether the class is one, and none of the repository's own, which take no records.
+bool canHaveRecords(const char* className) {
+    return className != nullptr && *className != '\0' && !std::string_view(className).starts_with("__") &&
+           !system::equalIgnoringCase(className, system::definitionClass);
+}
+
+/// The ids that a query for them finds: it asks for the first characters of a long name, and cannot ask for
+/// every name. What it does not find nobody could read back.
+CimStatus queryIds(RecordStore& store, const std::string& path, const char* className,
+                   system::RecordIds& ids) {
+    const char* key = system::recordKey;
+    const auto text = system::buildQueryText({true, true, true}, {&key, 1, className});
+    if (text.status != CimStatus::Success) {
+        return text.status;
+    }
+    const auto query = system::parseWql(text.text.get());
+    const auto owner = query && !query->condition ? store.findClass(path, query->className) : std::nullopt;
+    if (!owner) {
+        return CimStatus::QueryFailed;
+    }
+    ids = store.ids(*owner);
+    return CimStatus::Success;
+}
 
 /// Writes in the steps of the client over COM, with the statuses that they have there.
 CimStatus writeInto(RecordStore& store, const std::string& path, const char* className,
@@ -21,11 +48,18 @@ CimStatus writeInto(RecordStore& store, const std::string& path, const char* cla
             return CimStatus::NotConnected;
         }
     }
+    if (!canHaveRecords(className)) {
+        return CimStatus::NotConnected;
+    }
     auto owner = store.findClass(path, className);
     if (!owner) {
         owner = store.addClass(path, className);
     }
-    const auto ids = store.ids(*owner);
+    system::RecordIds ids;
+    const auto queried = queryIds(store, path, className, ids);
+    if (queried != CimStatus::Success) {
+        return queried;
+    }
     if (ids.full() && !store.removeRecord(*owner, ids.oldest())) {
         return CimStatus::NotConnected;
     }
@@ -86,9 +120,6 @@ CimStatus LinuxCim::writeRecord(const std::vector<std::string>& names, const std
     if (isBuiltInNamespace(path)) {
         // What the machine tells of itself is not written to.
         return CimStatus::NotConnected;
-    }
-    if (className == nullptr) {
-        return CimStatus::NullClass;
     }
     return inTransaction(*records_, CimStatus::NoLocator, CimStatus::NotConnected, [&](RecordStore& store) {
         return writeInto(store, path, className, names, values);

@@ -27,6 +27,7 @@ public:
 private:
     void openRecords();
     [[nodiscard]] std::vector<CimObject> namespacesWithin();
+    [[nodiscard]] std::vector<CimObject> definitions();
 
     std::filesystem::path root_;
     std::optional<std::filesystem::path> records_;

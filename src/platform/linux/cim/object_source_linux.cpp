@@ -27,6 +27,15 @@ constexpr std::array<MachineClass, 3> machineClasses = {{
     {"Win32_VideoController", videoControllerObjects},
 }};
 
+/// An object for each value, with one property.
+std::vector<CimObject> objectsWith(const char* property, const std::vector<std::string>& values) {
+    std::vector<CimObject> objects;
+    for (const auto& value : values) {
+        objects.push_back({{property, value}});
+    }
+    return objects;
+}
+
 } // namespace
 
 std::string namespacePath(const wchar_t* nameSpace) {
@@ -63,6 +72,9 @@ std::optional<std::vector<CimObject>> ObjectSource::objects(const std::string& c
     if (system::equalIgnoringCase(className, "__Namespace")) {
         return namespacesWithin();
     }
+    if (system::equalIgnoringCase(className, system::definitionClass)) {
+        return definitions();
+    }
     if (isMachineNamespace(path_)) {
         const auto found = std::ranges::find_if(machineClasses, [&](const MachineClass& candidate) {
             return system::equalIgnoringCase(candidate.name, className);
@@ -97,11 +109,19 @@ std::vector<CimObject> ObjectSource::namespacesWithin() {
     if (system::equalIgnoringCase(path_, outermost)) {
         names.insert(names.begin(), std::string(machine));
     }
-    std::vector<CimObject> objects;
-    for (auto& name : names) {
-        objects.push_back({{"Name", std::move(name)}});
+    return objectsWith("Name", names);
+}
+
+std::vector<CimObject> ObjectSource::definitions() {
+    std::vector<std::string> names;
+    if (isMachineNamespace(path_)) {
+        for (const auto& known : machineClasses) {
+            names.emplace_back(known.name);
+        }
+    } else if (store_) {
+        names = store_->classesIn(path_);
     }
-    return objects;
+    return objectsWith("__CLASS", names);
 }
 
 } // namespace vexil::platform

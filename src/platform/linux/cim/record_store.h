@@ -27,6 +27,7 @@ public:
     /// With everything in it.
     void removeNamespace(const std::string& path);
 
+    [[nodiscard]] std::vector<std::string> classesIn(const std::string& nameSpace);
     /// The number by which the operations below know a class; nothing if there is none.
     using ClassNumber = std::int64_t;
     [[nodiscard]] std::optional<ClassNumber> findClass(const std::string& nameSpace, const std::string& name);

@@ -117,6 +117,19 @@ void RecordStore::removeNamespace(const std::string& path) {
         .next();
 }
 
+std::vector<std::string> RecordStore::classesIn(const std::string& nameSpace) {
+    std::vector<std::string> names;
+    if (!hasTables_) {
+        return names;
+    }
+    Statement found(database_, "SELECT name FROM class WHERE namespace = ?1 ORDER BY name");
+    found.bind(1, nameSpace);
+    while (found.next()) {
+        names.push_back(found.text(0));
+    }
+    return names;
+}
+
 std::optional<RecordStore::ClassNumber> RecordStore::findClass(const std::string& nameSpace,
                                                                const std::string& name) {
     if (!hasTables_) {

@@ -23,7 +23,7 @@ public:
                                     OLECHAR* principal, DWORD authenticationLevel, DWORD impersonationLevel,
                                     RPC_AUTH_IDENTITY_HANDLE identity, DWORD capabilities) = 0;
     virtual void uninitialize() = 0;
-    /// Null if there is no memory.
+    /// Null if there is no memory. Of a null text only the length is taken.
     virtual BSTR allocateText(const OLECHAR* text, UINT length) = 0;
     virtual void freeText(BSTR text) = 0;
 };

@@ -12,6 +12,7 @@ using system::CimValue;
 
 namespace {
 
+/// Without a text the memory is the caller's to write to.
 BSTR allocate(ComCalls& com, const wchar_t* text, std::size_t length) {
     if (BSTR copy = com.allocateText(text, static_cast<UINT>(length))) {
         return copy;
@@ -49,9 +50,8 @@ ComText::ComText(ComCalls& com, const char* narrow) : com_(com) {
     }
     const int size = static_cast<int>(std::strlen(narrow));
     const int length = MultiByteToWideChar(CP_ACP, 0, narrow, size, nullptr, 0);
-    std::wstring wide(static_cast<std::size_t>(length), L'\0');
-    MultiByteToWideChar(CP_ACP, 0, narrow, size, wide.data(), length);
-    text_ = allocate(com, wide.data(), wide.size());
+    text_ = allocate(com, nullptr, static_cast<std::size_t>(length));
+    MultiByteToWideChar(CP_ACP, 0, narrow, size, text_, length);
 }
 
 ComText::ComText(ComCalls& com, const wchar_t* wide) : com_(com) {

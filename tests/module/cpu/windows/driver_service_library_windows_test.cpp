@@ -34,5 +34,25 @@ TEST(DriverServiceLibrary, IsTheOneInTheWorkingDirectory) {
     platform::closeLibrary(library);
 }
 
+TEST(DriverServiceLibrary, ThatIsLoadedFromElsewhereIsASimulatedMachinesOnly) {
+    const auto before = fs::current_path();
+    const auto folder = testFolder();
+    fs::create_directory(folder / "elsewhere");
+    const auto file = folder / "elsewhere" / "NorvaneDiagnosticsDriverService.dll";
+    fs::copy_file(VEXIL_DRIVER_SERVICE, file);
+    void* loaded = platform::openLibraryPath(file.string());
+    ASSERT_NE(loaded, nullptr);
+    fs::current_path(folder);
+    EXPECT_EQ(platform::openDriverServiceLibrary(), nullptr) << "on a real machine";
+    void* processor = platform::openLibraryPath(VEXIL_SIMULATED_PROCESSOR);
+    ASSERT_NE(processor, nullptr);
+    void* service = platform::openDriverServiceLibrary();
+    fs::current_path(before);
+    EXPECT_EQ(service, loaded);
+    for (void* library : {service, processor, loaded}) {
+        platform::closeLibrary(library);
+    }
+}
+
 } // namespace
 } // namespace vexil::tests

@@ -21,8 +21,9 @@ public:
     std::set<std::string> missing;
     unsigned loads = 0;
 
-    void* load(const char* name, std::uint32_t) override {
+    void* load(const char* name, std::uint32_t flags) override {
         EXPECT_STREQ(name, "the driver");
+        EXPECT_EQ(flags, 1U);
         ++loads;
         return hasLibrary ? this : nullptr;
     }
