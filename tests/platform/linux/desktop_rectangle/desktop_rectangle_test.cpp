@@ -1,4 +1,6 @@
 #include "platform/desktop_rectangle.h"
+
+#include "module/video_card/test_parameter_screen_dimensions.h"
 #include "support/virtual_display.h"
 
 #include <cstdlib>
@@ -67,7 +69,7 @@ private:
     xcb_window_t root_;
 };
 
-TEST(DesktopRectangle, IsThatOfTheXServersScreen) {
+TEST(DesktopRectangle, IsThatOfTheXServersScreenAndBoundsTheSizesOfWindows) {
     const tests::VirtualDisplay display("1280x1024x24");
     ASSERT_TRUE(display.name().has_value()) << "Xvfb did not start";
     setenv("DISPLAY", display.name()->c_str(), 1);
@@ -78,6 +80,8 @@ TEST(DesktopRectangle, IsThatOfTheXServersScreen) {
     EXPECT_EQ(desktop->right, 1280);
     EXPECT_EQ(desktop->bottom, 1024);
     EXPECT_EQ(desktopRectangle().right, 1280);
+    EXPECT_EQ(module::video_card::TestParameterScreenDimensions().description().range,
+              "[400x400|1024x768|1280x1024|FULL_SCREEN]");
 }
 
 TEST(DesktopRectangle, IsThatOfThePrimaryMonitorOfSeveral) {
