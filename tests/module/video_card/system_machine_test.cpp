@@ -29,6 +29,11 @@ TEST(SystemMachine, AsksCimForOnePropertyOfOneClass) {
 TEST(SystemMachine, TellsOfAQueryThatFails) {
     std::string value = "old";
     EXPECT_FALSE(systemMachine().queryCim("Caption", "DeviceID = 'none'", "Win32_NoSuchClass", value));
+    EXPECT_EQ(value, "old");
+}
+
+TEST(SystemMachine, TellsOfAPropertyThatDoesNotExist) {
+    std::string value = "old";
     EXPECT_FALSE(systemMachine().queryCim("NoSuchProperty", "DeviceID = 'CPU0'", "Win32_Processor", value));
     EXPECT_EQ(value, "old");
 }
