@@ -11,7 +11,7 @@ PACKAGES_LIBRARIES=(
     qt6-base-dev qt6-base-dev-tools qt6-l10n-tools
     libcli11-dev nlohmann-json3-dev libfmt-dev libsqlite3-dev
     libgtest-dev libgmock-dev googletest libbenchmark-dev
-    libsdl2-dev libvulkan-dev libxcb1-dev
+    libsdl2-dev libvulkan-dev libxcb1-dev libxcb-randr0-dev
 )
 PACKAGES_RUN=(
     libvulkan1 mesa-vulkan-drivers # Direct3D without a graphics card

@@ -76,5 +76,10 @@ inline const std::string deviceCouldNotBeIdentified =
     "THIS_TEST_CANNOT_BE_PERFORMED_BECAUSE_THE_DEVICE_COULD_NOT_BE_IDENTIFIED_OR_HAS_BEEN_DISCONNECTED";
 inline const std::string allExecutionsFinished = "AllExecutionsFinished";
 inline const std::string back = "BACK";
+inline const std::string nvidia = "Nvidia";
+inline const std::string amd = "AMD";
+inline const std::string dllSuffix = ".dll";
+inline const std::string gigahertz = "Ghz";
+inline const std::string globalObject = "Global\\{2194ABA1-BFFA-4e6b-8C26-D191BB16F9E6}";
 
 } // namespace vexil::keys

@@ -16,8 +16,8 @@ struct DesktopRectangle {
 /// What stands for a desktop on a machine that shows none: the size that most displays have.
 inline constexpr DesktopRectangle desktopWithoutDisplay{0, 0, 1920, 1080};
 
-/// The rectangle of the desktop as it is now: of the primary display, or on X11 of the whole screen; nothing
-/// where no display can be reached, and so no window can be seen.
+/// The size of the primary display as it is now, with its left top corner at 0, 0; of the whole screen on an
+/// X11 server that tells no monitors. Nothing where no display can be reached, and so no window can be seen.
 [[nodiscard]] std::optional<DesktopRectangle> findDesktop();
 
 /// The same, and `desktopWithoutDisplay` where there is none.

@@ -34,7 +34,7 @@ bool GeneralDiagnosticDispatcher::canStart(const std::shared_ptr<const TestExecu
     if (execution->scope == TestExecution::wholeModule && moduleWideDevice_) {
         return false;
     }
-    return !(exclusiveRunning_ && execution->test->requiresExclusiveRun());
+    return !(execution->test->requiresExclusiveRun() && exclusiveRunning_);
 }
 
 void GeneralDiagnosticDispatcher::execute(std::unique_ptr<core::TaskInterface> task) {

@@ -209,6 +209,33 @@ TEST(SimulatedMachine, LacksEachFunctionThatALibraryCannotHide) {
     }
 }
 
+TEST(SimulatedMachine, SaysOfTheDriversVersionOnlyOnNvidiaCardsThatItIsTooOldAndOffersTheirTestsAllTheSame) {
+    const auto file = vexil::tests::testFolder() / "driver.json";
+    const std::string machine = "simulated:" + file.string();
+    const Json notice = {"CUDA_DRIVER_OUT_TO_DATE"};
+    for (const auto& [version, notices] : {std::pair{"11020", notice}, std::pair{"11030", Json::array()}}) {
+        std::ofstream(file) << R"({"schema": "vexil.scenario/1", "cudaDriverVersion": )" << version
+                            << R"(, "cards": [
+            {"vendorId": "10DE", "deviceId": "2503", "location": "01:00.0", "cuda": {"memoryMiB": 64}},
+            {"vendorId": "1002", "deviceId": "73DF", "location": "0a:00.0"},
+            {"vendorId": "8086", "deviceId": "3E92", "location": "00:02.0"}]})";
+        const auto cards = jsonOf({"--machine", machine, "cards", "--json"})["cards"];
+        EXPECT_EQ(cards.size(), 3U);
+        for (const auto& card : cards) {
+            EXPECT_EQ(card["notices"], card["id"] == "0100" ? notices : Json::array()) << version << card;
+        }
+        int ofCuda = 0;
+        const auto tests = jsonOf({"--machine", machine, "tests", "--json"})["tests"];
+        for (const auto& test : tests) {
+            if (test["name"].get<std::string>().starts_with("CUDA")) {
+                EXPECT_EQ(test["supportedBy"], Json::array({"0100"})) << version << test;
+                ++ofCuda;
+            }
+        }
+        EXPECT_EQ(ofCuda, 8);
+    }
+}
+
 TEST(SimulatedMachine, ListsTheSixteenTestsInCatalogueOrder) {
     const auto document = jsonOf({"--machine", "simulated", "tests", "--json"});
     EXPECT_EQ(document["schema"], "vexil.tests/1");

@@ -5,6 +5,7 @@
 
 #include <QtCore/QObject>
 #include <QtCore/QPointer>
+#include <QtWidgets/QWidget>
 
 #include <array>
 #include <functional>
@@ -27,6 +28,7 @@ public:
 
     std::vector<std::string> calls; ///< what was done to the desktop, in order
     QWidget* broughtForward = nullptr;
+    std::vector<bool> polished; ///< whether it was, of each window that was brought forward
 
     std::optional<std::uint32_t> highContrastFlags() override { return highContrast; }
     std::uint32_t systemColor(int index) override {
@@ -46,6 +48,7 @@ public:
     void bringForward(QWidget& window) override {
         calls.emplace_back("forward");
         broughtForward = &window;
+        polished.push_back(window.testAttribute(Qt::WA_WState_Polished));
     }
 
     std::vector<int> readColors;

@@ -12,10 +12,15 @@ public:
         : Test(descriptorOf(id)), exclusive_(exclusive) {}
 
     std::uint8_t execute(const core::TestRunArguments&) override { return core::TestResult::Passed; }
-    [[nodiscard]] bool requiresExclusiveRun() const override { return exclusive_; }
+    [[nodiscard]] bool requiresExclusiveRun() const override {
+        ++timesAsked;
+        return exclusive_;
+    }
     [[nodiscard]] bool isSupported(core::Device*, std::shared_ptr<core::Device>) const override {
         return true;
     }
+
+    mutable int timesAsked = 0; ///< whether it must run alone
 
 private:
     static core::TestDescriptor descriptorOf(std::int32_t id) {

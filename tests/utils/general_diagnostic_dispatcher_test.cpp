@@ -106,6 +106,15 @@ TEST_F(DispatcherTest, RunsOneExclusiveTestAtATime) {
     EXPECT_TRUE(dispatcher_.canStart(exclusiveRun(b_)));
 }
 
+TEST_F(DispatcherTest, AsksATestWhetherItMustRunAloneThoughNoneRuns) {
+    EXPECT_TRUE(dispatcher_.canStart(run(a_, 1)));
+    EXPECT_EQ(test_.timesAsked, 1);
+    dispatcher_.started(run(a_, 1));
+    test_.timesAsked = 0;
+    EXPECT_FALSE(dispatcher_.canStart(run(a_, 1)));
+    EXPECT_EQ(test_.timesAsked, 0) << "the card is busy, which is answer enough";
+}
+
 TEST_F(DispatcherTest, TakesTheEndOfARunThatNeverStarted) {
     dispatcher_.finished(run(a_, 1));
     dispatcher_.finished(run(a_, 0));

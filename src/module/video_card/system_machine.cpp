@@ -12,7 +12,6 @@
 #include "system/cim/wmi_query.h"
 #include "system/win_module.h"
 
-#include <array>
 #include <map>
 
 namespace vexil::module::video_card {
@@ -90,12 +89,9 @@ public:
         CudaRuntime& cuda = CudaRuntime::instance();
         const CudaListing listing{
             [&](std::int32_t& count) { return cuda.cudaGetDeviceCount(&count) == cudaSuccess; },
-            [&](std::int32_t index, std::string& text) {
-                std::array<char, 13> busId{};
-                const bool told = cuda.cudaDeviceGetPCIBusId(busId.data(), static_cast<int>(busId.size()),
-                                                             index) == cudaSuccess;
-                text = busId.data();
-                return told;
+            [&](std::int32_t index, PciBusIdText& text) {
+                return cuda.cudaDeviceGetPCIBusId(text.data(), static_cast<int>(text.size()), index) ==
+                       cudaSuccess;
             }};
         return listCudaDevices(listing, strings());
     }

@@ -24,12 +24,7 @@ inline const std::string intel = "Intel";
 
 inline const std::string celsius = "\u00b0C";
 
-// Kept for the suite, which shares this header; nothing in the module reads them.
-inline const std::string nvidia = "Nvidia";
-inline const std::string amd = "AMD";
-inline const std::string dllSuffix = ".dll";
-inline const std::string gigahertz = "Ghz";
-inline const std::string globalObject = "Global\\{2194ABA1-BFFA-4e6b-8C26-D191BB16F9E6}";
+// Kept for the suite; nothing in the module reads it.
 inline const std::string folderSecurity = "D:(A;OICI;FA;;;SY)(A;OICI;FA;;;BA)(A;OICI;0x1200a9;;;BU)";
 
 } // namespace vexil::module::video_card::vocabulary

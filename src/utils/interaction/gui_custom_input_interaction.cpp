@@ -5,6 +5,7 @@
 #include "utils/interaction/input_request_closer.h"
 
 #include <QtCore/QPointer>
+#include <QtCore/QScopeGuard>
 #include <QtWidgets/QApplication>
 
 namespace vexil::utils {
@@ -47,10 +48,13 @@ void GuiCustomInputInteraction::show() {
         bringForward(*hostWindow);
     }
     const auto* dpi = accessibility::Dpi::instance();
+    // Also when the widget throws: the window is on loan for the question only.
+    const auto hideHostWindow = qScopeGuard([&hostWindow] {
+        if (hostWindow) {
+            hostWindow->hide();
+        }
+    });
     result_ = widget_->showWidget(hostWindow, &closer, dpi != nullptr ? dpi->logicalDpi() : usualDpi);
-    if (hostWindow) {
-        hostWindow->hide();
-    }
 }
 
 } // namespace vexil::utils

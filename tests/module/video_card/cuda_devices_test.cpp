@@ -9,18 +9,21 @@
 namespace vexil::module::video_card {
 namespace {
 
+/// As a driver writes it, which ends a text that is short enough.
+void write(const std::string& answer, PciBusIdText& text) { answer.copy(text.data(), text.size()); }
+
 std::vector<CudaDeviceRecord> list(std::int32_t count, std::map<std::int32_t, std::string> ids) {
     sal::TextHandler strings;
     return listCudaDevices({[&](std::int32_t& out) {
                                 out = count;
                                 return true;
                             },
-                            [&](std::int32_t index, std::string& text) {
+                            [&](std::int32_t index, PciBusIdText& text) {
                                 const auto found = ids.find(index);
                                 if (found == ids.end()) {
                                     return false;
                                 }
-                                text = found->second;
+                                write(found->second, text);
                                 return true;
                             }},
                            strings);
@@ -46,14 +49,20 @@ TEST(CudaDevices, SkipADeviceThatDoesNotTellItsLocation) {
     EXPECT_EQ(records[1].pciBusId, "02:00.0");
 }
 
+TEST(CudaDevices, EndATextThatADriverLeavesOpen) {
+    const auto records = list(1, {{0, "0000:0A:00.0FFFF"}});
+    ASSERT_EQ(records.size(), 1U);
+    EXPECT_EQ(records[0].pciBusId, "0a:00.0");
+}
+
 TEST(CudaDevices, AreAnEmptyListWhenTheirNumberCannotBeTold) {
     sal::TextHandler strings;
     const auto records = listCudaDevices({[](std::int32_t& count) {
                                               count = 1;
                                               return false;
                                           },
-                                          [](std::int32_t, std::string& text) {
-                                              text = "0000:01:00.0";
+                                          [](std::int32_t, PciBusIdText& text) {
+                                              write("0000:01:00.0", text);
                                               return true;
                                           }},
                                          strings);

@@ -32,6 +32,12 @@ TEST(SystemMachine, TellsOfAQueryThatFails) {
     EXPECT_EQ(value, "old");
 }
 
+TEST(SystemMachine, TellsOfAPropertyThatDoesNotExist) {
+    std::string value = "old";
+    EXPECT_FALSE(systemMachine().queryCim("NoSuchProperty", "DeviceID = 'CPU0'", "Win32_Processor", value));
+    EXPECT_EQ(value, "old");
+}
+
 TEST(SystemMachine, KnowsNoLuidWithoutTheLibraryOrForAnUnknownPath) {
     EXPECT_EQ(systemMachine().adapterLuid(nullptr, "no such path"), 0U);
     void* library = systemMachine().loadKernelGraphics();

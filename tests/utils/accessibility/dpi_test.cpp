@@ -1,6 +1,7 @@
 #include "utils/accessibility/dpi.h"
 
 #include "support/fake_desktop.h"
+#include "support/fake_shcore.h"
 
 #include <QtGui/QGuiApplication>
 #include <QtGui/QScreen>
@@ -9,65 +10,20 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cstring>
 
 namespace vexil::utils::accessibility {
 namespace {
 
-/// "shcore.dll", and a loader that has it.
-struct FakeShcore {
-    bool there = true;
-    bool hasAwareness = true;
-    bool hasDpi = true;
-    std::int32_t answer = 0;
-    std::uint32_t dpi = 150;
-    std::vector<std::string> calls;
-};
-FakeShcore* shcore = nullptr;
-
-std::int32_t setAwareness(std::int32_t value) {
-    shcore->calls.push_back("awareness " + std::to_string(value));
-    return -1; // already decided: not looked at
-}
-
-std::int32_t getDpi(void* monitor, std::int32_t type, std::uint32_t* x, std::uint32_t* y) {
-    shcore->calls.push_back("dpi type " + std::to_string(type));
-    *x = shcore->dpi + static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(monitor));
-    *y = 1;
-    return shcore->answer;
-}
-
-class FakeLoader : public Module {
-public:
-    void* load(const char* name, std::uint32_t flags) override {
-        shcore->calls.push_back("load " + std::string(name) + " " + std::to_string(flags));
-        return shcore->there ? this : nullptr;
-    }
-    void* resolve(void*, const char* symbol) override {
-        if (std::strcmp(symbol, "SetProcessDpiAwareness") == 0 && shcore->hasAwareness) {
-            return reinterpret_cast<void*>(&setAwareness);
-        }
-        return std::strcmp(symbol, "GetDpiForMonitor") == 0 && shcore->hasDpi
-                   ? reinterpret_cast<void*>(&getDpi)
-                   : nullptr;
-    }
-    void release(void*) override { shcore->calls.emplace_back("release"); }
-};
-
 class DpiTest : public testing::Test {
 protected:
-    DpiTest() {
-        shcore = &library;
-        environment.fakeLoader = &loader;
-    }
-    ~DpiTest() override { shcore = nullptr; }
+    DpiTest() { environment.fakeLoader = &loader; }
 
     static std::int32_t screenDpi() {
         return static_cast<std::int32_t>(QGuiApplication::screens().first()->logicalDotsPerInchX());
     }
 
-    FakeShcore library;
-    FakeLoader loader;
+    test::FakeShcore library;
+    test::FakeShcoreLoader loader{library};
     test::FakeDialogEnvironment environment;
 };
 

@@ -1,6 +1,7 @@
 #include "utils/interaction/gui_custom_input_interaction.h"
 #include "utils/interaction/input_request_closer.h"
 
+#include "support/fake_shcore.h"
 #include "utils/interaction/gui_fixture.h"
 
 #include <algorithm>
@@ -53,6 +54,19 @@ TEST_F(CustomInteraction, ShowsTheHostsWindowForTheTimeOfTheQuestion) {
               }),
               1U);
     EXPECT_FALSE(window.isVisible());
+}
+
+TEST_F(CustomInteraction, TellsTheWidgetTheStepOfTheMonitorsResolution) {
+    test::FakeShcore library;
+    test::FakeShcoreLoader loader(library);
+    environment_.fakeLoader = &loader;
+    library.dpi = 150;
+    QWidget window;
+    window.setAccessibleName("Default - Window");
+    EXPECT_EQ(present([](QWidget*, InputRequestCloser*, std::int32_t dpi) {
+                  return static_cast<std::uint32_t>(dpi);
+              }),
+              144U);
 }
 
 TEST_F(CustomInteraction, RaisesAndActivatesAHostsWindowThatIsOpenAlready) {
@@ -159,8 +173,11 @@ TEST_F(CustomInteraction, DestroysItsCloserAtTheEnd) {
     EXPECT_TRUE(closer.isNull());
 }
 
-TEST_F(CustomInteraction, ThrowsAtTheWorkerWhatItsWidgetThrows) {
-    Scripted widget([](QWidget*, InputRequestCloser*, std::int32_t) -> std::uint32_t {
+TEST_F(CustomInteraction, ThrowsAtTheWorkerWhatItsWidgetThrowsAndHidesTheHostsWindow) {
+    QWidget window;
+    window.setAccessibleName("Default - Window");
+    Scripted widget([&window](QWidget*, InputRequestCloser*, std::int32_t) -> std::uint32_t {
+        EXPECT_TRUE(window.isVisible());
         throw std::runtime_error("no window");
     });
     GuiCustomInputInteraction interaction(widget, false, true);
@@ -173,6 +190,7 @@ TEST_F(CustomInteraction, ThrowsAtTheWorkerWhatItsWidgetThrows) {
         }
     });
     EXPECT_EQ(caught, "no window");
+    EXPECT_FALSE(window.isVisible());
 }
 
 TEST_F(CustomInteraction, IsNotAskedWhenItIsSuppressed) {

@@ -107,7 +107,7 @@ TEST_F(DialogInteraction, ShowsItsDialogOverTheActiveWindow) {
     EXPECT_EQ(parent, &window);
 }
 
-TEST_F(DialogInteraction, BringsItsDialogForwardWithALeftArrowKey) {
+TEST_F(DialogInteraction, PreparesItsDialogAndBringsItForwardWithALeftArrowKey) {
     withOpenDialog([](QDialog& dialog) { dialog.close(); });
     auto request = question();
     present(request);
@@ -115,6 +115,8 @@ TEST_F(DialogInteraction, BringsItsDialogForwardWithALeftArrowKey) {
     ASSERT_GE(calls.size(), 3U);
     EXPECT_EQ(std::vector(calls.begin(), calls.begin() + 3),
               (std::vector<std::string>{"press 37", "release 37", "forward"}));
+    ASSERT_FALSE(environment_.fakeDesktop.polished.empty());
+    EXPECT_TRUE(environment_.fakeDesktop.polished.front()) << "a window that comes forward has its look";
 }
 
 TEST_F(DialogInteraction, ClosesWithinASecondOfAStop) {

@@ -2,6 +2,8 @@
 
 #include "core/sal.h"
 
+#include <string>
+
 namespace vexil::module::video_card {
 
 namespace {
@@ -18,9 +20,14 @@ std::vector<CudaDeviceRecord> listCudaDevices(const CudaListing& cuda, StringHan
         return records;
     }
     for (std::int32_t index = 0; index < count; ++index) {
-        std::string text;
-        // A driver that lies with a text too short to hold a location tells none.
-        if (!cuda.pciBusId(index, text) || text.size() < domainLength) {
+        PciBusIdText answer{};
+        if (!cuda.pciBusId(index, answer)) {
+            continue;
+        }
+        // A driver that lies may fill the room to its end; a text too short to hold a location tells none.
+        answer.back() = '\0';
+        const std::string text = answer.data();
+        if (text.size() < domainLength) {
             continue;
         }
         CudaDeviceRecord record{text.substr(domainLength), index};
