@@ -216,19 +216,41 @@ TEST(CreateAllDx11Contexts, DropsAnAdapterWithoutADeviceWhileTheOthersWork) {
     EXPECT_THAT(deviceIds(createAllDx11Contexts()), ElementsAre(1, 3));
 }
 
+TEST(CreateAllDx11Contexts, DropsAnAdapterWhoseDeviceThrowsWhateverItIs) {
+    const SimulatedDirect3DSession session({card(1), card(2), card(3)});
+    static PFN_D3D11_CREATE_DEVICE before = nullptr;
+    before = direct3dApi().createDevice;
+    const ApiInPlace api(
+        {direct3dApi().createFactory,
+         [](IDXGIAdapter* adapter, D3D_DRIVER_TYPE driverType, HMODULE software, UINT flags,
+            const D3D_FEATURE_LEVEL* levels, UINT levelCount, UINT version, ID3D11Device** device,
+            D3D_FEATURE_LEVEL* level, ID3D11DeviceContext** context) -> HRESULT {
+             DXGI_ADAPTER_DESC desc{};
+             if (SUCCEEDED(adapter->GetDesc(&desc)) && desc.DeviceId == 2) {
+                 throw 2;
+             }
+             return before(adapter, driverType, software, flags, levels, levelCount, version, device, level,
+                           context);
+         }});
+    EXPECT_THAT(deviceIds(createAllDx11Contexts()), ElementsAre(1, 3));
+}
+
 TEST(CreateAllDx11Contexts, WorksOnTheRealDirect3DOfThisMachine) {
     const auto contexts = createAllDx11Contexts();
     ASSERT_FALSE(contexts.empty());
     EXPECT_EQ(contexts[0].device->GetDeviceRemovedReason(), S_OK);
 }
 
-TEST(Dx11Context, SharesItsObjectsWithItsCopies) {
+TEST(Dx11Context, SharesItsObjectsWithItsCopiesButNotItsDescription) {
     const SimulatedDirect3DSession session({card(1)});
     const auto contexts = createAllDx11Contexts();
-    const auto copy = contexts.at(0);
+    auto copy = contexts.at(0);
     EXPECT_EQ(copy.device, contexts[0].device);
     EXPECT_EQ(copy.context, contexts[0].context);
+    EXPECT_EQ(copy.adapterInfo.adapter, contexts[0].adapterInfo.adapter);
     EXPECT_EQ(copy.adapterInfo.factory, contexts[0].adapterInfo.factory);
+    copy.adapterInfo.desc.DeviceId = 9;
+    EXPECT_EQ(contexts[0].adapterInfo.desc.DeviceId, 1U) << "the description is not shared";
 }
 
 TEST(MatchesCard, ComparesBothWordsOfTheLuid) {
