@@ -102,12 +102,18 @@ void CallText::argument(const D3D11_SUBRESOURCE_DATA* data) {
 void CallText::argument(const D3D11_INPUT_ELEMENT_DESC* elements) { waitingElements_ = elements; }
 
 void CallText::argument(const D3D11_SHADER_RESOURCE_VIEW_DESC* desc) {
+    if (desc->ViewDimension == D3D11_SRV_DIMENSION_BUFFEREX) {
+        item(record(desc->Format, desc->ViewDimension, desc->BufferEx.FirstElement,
+                    desc->BufferEx.NumElements, desc->BufferEx.Flags));
+        return;
+    }
     item(record(desc->Format, desc->ViewDimension, desc->Texture2D.MostDetailedMip,
                 desc->Texture2D.MipLevels));
 }
 
 void CallText::argument(const D3D11_UNORDERED_ACCESS_VIEW_DESC* desc) {
-    item(record(desc->Format, desc->ViewDimension, desc->Buffer.FirstElement, desc->Buffer.NumElements));
+    item(record(desc->Format, desc->ViewDimension, desc->Buffer.FirstElement, desc->Buffer.NumElements,
+                desc->Buffer.Flags));
 }
 
 void CallText::argument(const D3D11_RENDER_TARGET_VIEW_DESC* desc) {
@@ -115,6 +121,12 @@ void CallText::argument(const D3D11_RENDER_TARGET_VIEW_DESC* desc) {
 }
 
 void CallText::argument(const D3D11_DEPTH_STENCIL_VIEW_DESC* desc) {
+    if (desc->ViewDimension == D3D11_DSV_DIMENSION_TEXTURE2DMS) {
+        // A view of this dimension has no slices to choose; whoever fills them in all the same is seen.
+        item(record(desc->Format, desc->ViewDimension, desc->Flags, desc->Texture2DMSArray.FirstArraySlice,
+                    desc->Texture2DMSArray.ArraySize));
+        return;
+    }
     item(record(desc->Format, desc->ViewDimension, desc->Flags, desc->Texture2D.MipSlice));
 }
 

@@ -1,5 +1,6 @@
 #include "module/video_card/direct3d/direct3d_api.h"
 #include "module/video_card/direct3d/dx11_context.h"
+#include "simulated/direct3d/factory_proxy.h"
 #include "support/simulated_direct3d_session.h"
 
 #include <gmock/gmock.h>
@@ -62,6 +63,43 @@ public:
 
 private:
     Direct3DApi before_;
+};
+
+/// A factory with an adapter at every index but 1, where it fails with something else than the end of its
+/// list. It notes for which it was asked.
+class FailingFactory final : public simulated::FactoryProxy {
+public:
+    using FactoryProxy::FactoryProxy;
+
+    /// As `CreateDXGIFactory`, in front of the one that `real` makes.
+    static inline Direct3DApi::CreateFactory real = nullptr;
+    static inline std::vector<UINT> asked;
+    static HRESULT WINAPI create(REFIID wanted, void** factory) {
+        const HRESULT result = real(wanted, factory);
+        if (SUCCEEDED(result)) {
+            *factory = static_cast<IDXGIFactory*>(new FailingFactory(static_cast<IDXGIFactory*>(*factory)));
+        }
+        return result;
+    }
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void** object) override {
+        *object = nullptr;
+        return E_NOINTERFACE;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return references_.add(); }
+    ULONG STDMETHODCALLTYPE Release() override { return references_.release(this); }
+    HRESULT STDMETHODCALLTYPE EnumAdapters(UINT index, IDXGIAdapter** adapter) override {
+        asked.push_back(index);
+        if (index == 1) {
+            return E_FAIL;
+        }
+        return index < 3 ? FactoryProxy::real()->EnumAdapters(index, adapter) : DXGI_ERROR_NOT_FOUND;
+    }
+
+    virtual ~FailingFactory() { FactoryProxy::real()->Release(); }
+
+private:
+    simulated::ReferenceCount references_;
 };
 
 Dx11Context contextWithLuid(DWORD low, LONG high) {
@@ -131,6 +169,15 @@ TEST(EnumerateAdapters, LeavesOutAnAdapterThatCannotBeDescribed) {
     EXPECT_THAT(deviceIds(enumerateAdapters()), ElementsAre(1, 3));
 }
 
+TEST(EnumerateAdapters, EndsItsListingAtAnyFailure) {
+    const SimulatedDirect3DSession session({card(1), card(2), card(3)});
+    FailingFactory::real = direct3dApi().createFactory;
+    FailingFactory::asked.clear();
+    const ApiInPlace api({FailingFactory::create, direct3dApi().createDevice});
+    EXPECT_THAT(deviceIds(enumerateAdapters()), ElementsAre(1));
+    EXPECT_THAT(FailingFactory::asked, ElementsAre(0, 1)) << "the adapter at 2 is there to be asked for";
+}
+
 TEST(CreateDx11Context, MakesADeviceWithItsContext) {
     const SimulatedDirect3DSession session({card(1)});
     const auto adapters = enumerateAdapters();
@@ -169,19 +216,41 @@ TEST(CreateAllDx11Contexts, DropsAnAdapterWithoutADeviceWhileTheOthersWork) {
     EXPECT_THAT(deviceIds(createAllDx11Contexts()), ElementsAre(1, 3));
 }
 
+TEST(CreateAllDx11Contexts, DropsAnAdapterWhoseDeviceThrowsWhateverItIs) {
+    const SimulatedDirect3DSession session({card(1), card(2), card(3)});
+    static PFN_D3D11_CREATE_DEVICE before = nullptr;
+    before = direct3dApi().createDevice;
+    const ApiInPlace api(
+        {direct3dApi().createFactory,
+         [](IDXGIAdapter* adapter, D3D_DRIVER_TYPE driverType, HMODULE software, UINT flags,
+            const D3D_FEATURE_LEVEL* levels, UINT levelCount, UINT version, ID3D11Device** device,
+            D3D_FEATURE_LEVEL* level, ID3D11DeviceContext** context) -> HRESULT {
+             DXGI_ADAPTER_DESC desc{};
+             if (SUCCEEDED(adapter->GetDesc(&desc)) && desc.DeviceId == 2) {
+                 throw 2;
+             }
+             return before(adapter, driverType, software, flags, levels, levelCount, version, device, level,
+                           context);
+         }});
+    EXPECT_THAT(deviceIds(createAllDx11Contexts()), ElementsAre(1, 3));
+}
+
 TEST(CreateAllDx11Contexts, WorksOnTheRealDirect3DOfThisMachine) {
     const auto contexts = createAllDx11Contexts();
     ASSERT_FALSE(contexts.empty());
     EXPECT_EQ(contexts[0].device->GetDeviceRemovedReason(), S_OK);
 }
 
-TEST(Dx11Context, SharesItsObjectsWithItsCopies) {
+TEST(Dx11Context, SharesItsObjectsWithItsCopiesButNotItsDescription) {
     const SimulatedDirect3DSession session({card(1)});
     const auto contexts = createAllDx11Contexts();
-    const auto copy = contexts.at(0);
+    auto copy = contexts.at(0);
     EXPECT_EQ(copy.device, contexts[0].device);
     EXPECT_EQ(copy.context, contexts[0].context);
+    EXPECT_EQ(copy.adapterInfo.adapter, contexts[0].adapterInfo.adapter);
     EXPECT_EQ(copy.adapterInfo.factory, contexts[0].adapterInfo.factory);
+    copy.adapterInfo.desc.DeviceId = 9;
+    EXPECT_EQ(contexts[0].adapterInfo.desc.DeviceId, 1U) << "the description is not shared";
 }
 
 TEST(MatchesCard, ComparesBothWordsOfTheLuid) {

@@ -138,7 +138,7 @@ TEST_F(VideoMemoryCalls, MakeVerticesDepthIndicesAndSamplerInThisOrder) {
             std::string("CreateDepthStencilState({{1, 1, 2, 1, 255, 255}, {1, 7, 1, 8}, {1, 8, 1, 8}}) = "
                         "depthState#1"),
             std::string("OMSetDepthStencilState(depthState#1, 1)"),
-            std::string("CreateDepthStencilView(texture#2, {45, 5, 0, 0}) = depthView#1"),
+            std::string("CreateDepthStencilView(texture#2, {45, 5, 0, 0, 0}) = depthView#1"),
             "CreateBuffer({24, 0, 2, 0, 0, 0}, " + markOf(indices) + ") = buffer#2",
             std::string(
                 "CreateSamplerState({21, 1, 1, 1, 0, 1, 8, 0, 0, 0, 0, 0, 3.40282347e+38}) = sampler#1"),
@@ -146,7 +146,8 @@ TEST_F(VideoMemoryCalls, MakeVerticesDepthIndicesAndSamplerInThisOrder) {
 }
 
 TEST_F(VideoMemoryCalls, GiveTheDepthViewTheDimensionOfAMultisampledTexture) {
-    EXPECT_THAT(calls(), testing::Contains("CreateDepthStencilView(texture#2, {45, 5, 0, 0}) = depthView#1"));
+    EXPECT_THAT(calls(),
+                testing::Contains("CreateDepthStencilView(texture#2, {45, 5, 0, 0, 0}) = depthView#1"));
 }
 
 TEST_F(VideoMemoryCalls, MakeAllSurfacesBeforeTheFirstIsWritten) {

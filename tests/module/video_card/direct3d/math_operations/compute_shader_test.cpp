@@ -2,10 +2,12 @@
 #include "simulated/direct3d/work_faults.h"
 #include "support/shader_folder.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstdint>
 #include <cstring>
+#include <set>
 #include <span>
 #include <string>
 #include <vector>
@@ -60,17 +62,25 @@ Words chunkOf(std::span<const std::byte> bytecode, const char* name) {
 
 namespace opcode {
 constexpr std::uint32_t switchBegin = 0x4C, switchEnd = 0x17, customData = 0x35, globalFlags = 0x6A,
-                        threadGroup = 0x9B, accessView = 0x9E, resource = 0xA2, loadStructured = 0xA7;
+                        input = 0x5F, threadGroup = 0x9B, accessView = 0x9E, resource = 0xA2,
+                        loadStructured = 0xA7;
 }
+
+/// `cs_5_0` in the first word of the code: the kind of shader, then the two halves of the model.
+constexpr std::uint32_t computeShader50 = 0x00050050;
+/// Kinds of operands: which thread of all a thread is, and which group it belongs to.
+constexpr std::uint32_t threadNumber = 0x20, groupNumber = 0x21;
 
 /// What a shader declares, and where it reads its buffers.
 struct Declarations {
-    Words flags;                   ///< double arithmetic is bit 12, its extended instructions are bit 17
-    Words threadGroup;             ///< extents
-    Words inputs;                  ///< strides by slot
-    Words output;                  ///< slot and stride
-    std::vector<int> readsInCases; ///< of each slot, how often within a case
-    std::vector<int> readsBefore;  ///< of each slot, how often in front of the cases
+    std::uint32_t version = 0;          ///< kind of shader and shader model
+    std::set<std::uint32_t> ownNumbers; ///< the kinds of operands by which a thread knows itself
+    Words flags;                        ///< double arithmetic is bit 12, its extended instructions are bit 17
+    Words threadGroup;                  ///< extents
+    Words inputs;                       ///< strides by slot
+    Words output;                       ///< slot and stride
+    std::vector<int> readsInCases;      ///< of each slot, how often within a case
+    std::vector<int> readsBefore;       ///< of each slot, how often in front of the cases
 };
 
 Declarations declarationsOf(std::span<const std::byte> bytecode) {
@@ -78,6 +88,7 @@ Declarations declarationsOf(std::span<const std::byte> bytecode) {
     const auto code = chunkOf(bytecode, "SHEX");
     bool inCases = false;
     // Version and length come first.
+    found.version = code.at(0);
     for (std::size_t at = 2; at < code.size();) {
         const auto kind = code[at] & 0x7FF;
         const std::size_t length = kind == opcode::customData ? code[at + 1] : code[at] >> 24 & 0x7F;
@@ -86,6 +97,9 @@ Declarations declarationsOf(std::span<const std::byte> bytecode) {
         switch (kind) {
         case opcode::globalFlags:
             found.flags.push_back(code[at] & 0xFFF800);
+            break;
+        case opcode::input:
+            found.ownNumbers.insert(operands[0] >> 12 & 0xFF);
             break;
         case opcode::threadGroup:
             found.threadGroup = operands;
@@ -137,6 +151,12 @@ TEST_P(TableShaders, RunFiveThreadsInAGroupOverStructuredBuffers) {
     EXPECT_EQ(found.output, (Words{0, shader.elementBytes}));
 }
 
+TEST_P(TableShaders, AreForTheFifthShaderModelAndLookAtTheirThreadAndGroupNumbersOnly) {
+    const auto found = declarationsOf(GetParam().bytecode);
+    EXPECT_EQ(found.version, computeShader50);
+    EXPECT_THAT(found.ownNumbers, testing::ElementsAre(threadNumber, groupNumber));
+}
+
 TEST_P(TableShaders, ReadTheThirdOperandOnlyInTheCaseThatUsesIt) {
     const auto found = declarationsOf(GetParam().bytecode);
     using Counts = std::vector<int>;
@@ -156,6 +176,12 @@ TEST(DotProductShader, RunsOneThreadInAGroupOverBuffersOfVectors) {
     EXPECT_EQ(found.inputs, (Words{8, 8, 12, 12, 16, 16}));
     EXPECT_EQ(found.output, (Words{0, 4}));
     EXPECT_EQ(found.readsBefore, std::vector<int>(6, 1));
+}
+
+TEST(DotProductShader, IsForTheFifthShaderModelAndLooksAtNoThreadOrGroupNumber) {
+    const auto found = declarationsOf(shaders::DotProductShader);
+    EXPECT_EQ(found.version, computeShader50);
+    EXPECT_THAT(found.ownNumbers, testing::IsEmpty());
 }
 
 } // namespace

@@ -72,10 +72,10 @@ Lines tableCalls(std::span<const MathOpRow<T>> rows, const std::string& shaderLi
         creation + markOf(table.input1) + ") = " + buffer(1),
         creation + markOf(table.input2) + ") = " + buffer(2),
         creation + markOf(table.expected) + ") = " + buffer(3),
-        "CreateShaderResourceView(" + buffer(0) + ", {0, 11, 0, " + count + "}) = " + view(0),
-        "CreateShaderResourceView(" + buffer(1) + ", {0, 11, 0, " + count + "}) = " + view(1),
-        "CreateShaderResourceView(" + buffer(2) + ", {0, 11, 0, " + count + "}) = " + view(2),
-        "CreateUnorderedAccessView(" + buffer(3) + ", {0, 1, 0, " + count + "}) = " + accessView,
+        "CreateShaderResourceView(" + buffer(0) + ", {0, 11, 0, " + count + ", 0}) = " + view(0),
+        "CreateShaderResourceView(" + buffer(1) + ", {0, 11, 0, " + count + ", 0}) = " + view(1),
+        "CreateShaderResourceView(" + buffer(2) + ", {0, 11, 0, " + count + ", 0}) = " + view(2),
+        "CreateUnorderedAccessView(" + buffer(3) + ", {0, 1, 0, " + count + ", 0}) = " + accessView,
         "CSSetShader(computeShader#" + std::to_string(shader) + ", null, 0)",
         "CSSetShaderResources(0, 1, [" + view(0) + "])",
         "CSSetShaderResources(1, 1, [" + view(1) + "])",
@@ -139,8 +139,8 @@ TEST(MathOpCalls, OfTheDotProductsTakeTheContentOfEachVectorOnOverTheFieldsBehin
         return simulated::contentMark(std::span(memory).subspan(from, bytes));
     };
     const std::array<float, 3> firstInputs = {1, 0.673399985F, 3};
-    const std::string output = "{0, 1, 0, 3}";
-    const std::string input = "{0, 11, 0, 3}";
+    const std::string output = "{0, 1, 0, 3, 0}";
+    const std::string input = "{0, 11, 0, 3, 0}";
     EXPECT_THAT(parts[2], ElementsAreArray({
                               "CreateBuffer({24, 0, 136, 0, 64, 8}, " + runOn(0, 24) + ") = buffer#11",
                               "CreateBuffer({24, 0, 136, 0, 64, 8}, " + runOn(8, 24) + ") = buffer#12",

@@ -24,6 +24,7 @@ using module::video_card::DirectComputeMathOpFloat;
 using module::video_card::DirectComputeMathOpInt;
 using module::video_card::DirectComputeMathOpStandardTest;
 using simulated::Direct3DFault;
+using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
 using Change = simulated::ArithmeticFault::Change;
@@ -293,6 +294,16 @@ protected:
         return Class(mode, dx11_.device, dx11_.context);
     }
 
+    /// Those of operations that were prepared for one mode and are executed in another.
+    template <typename Class>
+    Events dispatchesOf(std::int32_t prepared, std::int32_t executed) {
+        auto operations = make<Class>(prepared);
+        EXPECT_EQ(operations.execute(executed, nullptr, nullptr), TestResult::Passed);
+        auto calls = card_.log->take();
+        std::erase_if(calls, [](const auto& call) { return !call.starts_with("Dispatch("); });
+        return calls;
+    }
+
     CardUnderTest card_;
     module::video_card::Dx11Context dx11_;
 };
@@ -301,6 +312,16 @@ TEST_F(Operations, OnFloatsPassInAModeThatIsNone) {
     auto operations = make<DirectComputeMathOpFloat>(2);
     EXPECT_EQ(operations.execute(2, nullptr, nullptr), TestResult::Passed);
     EXPECT_THAT(card_.log->take(), IsEmpty());
+}
+
+TEST_F(Operations, OnIntegersAndDoublesRunTheirTableInAnyMode) {
+    for (const std::int32_t mode : {0, 1, 2, -1}) {
+        EXPECT_THAT(dispatchesOf<DirectComputeMathOpInt>(0, mode), ElementsAre("Dispatch(3, 1, 1)")) << mode;
+        EXPECT_THAT(dispatchesOf<DirectComputeMathOpDouble>(0, mode), ElementsAre("Dispatch(3, 1, 1)"))
+            << mode;
+        EXPECT_THAT(dispatchesOf<DirectComputeMathOpDouble>(1, mode), ElementsAre("Dispatch(4, 1, 1)"))
+            << mode;
+    }
 }
 
 TEST_F(Operations, OnIntegersAndDoublesHaveNoDotProducts) {

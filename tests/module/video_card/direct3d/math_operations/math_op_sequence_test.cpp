@@ -1,18 +1,12 @@
-#include "module/video_card/catalogue.h"
 #include "module/video_card/direct3d/math_operations/math_op_test.h"
 #include "support/card_under_test.h"
 #include "support/plain_test.h"
+#include "support/staged_math_op_test.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <array>
-#include <chrono>
-#include <functional>
-#include <future>
 #include <string>
-#include <thread>
-#include <utility>
 #include <vector>
 
 // The way of a run through its stages, and what can end it.
@@ -29,37 +23,6 @@ using testing::IsEmpty;
 
 const std::string systemEventReport =
     "report 0 TEST_ABORTED_BECAUSE_A_SYSTEM_EVENT_THAT_COULD_COMPROMISE_THE_OUTCOME_HAS_HAPPENED";
-
-/// Stages of the test's own: what each does and returns.
-class StagedTest final : public DirectComputeMathOpTest {
-public:
-    using Stage = std::function<std::uint8_t()>;
-
-    StagedTest() : DirectComputeMathOpTest(module::video_card::catalogueDescriptor(17)) {}
-
-    std::array<Stage, 3> stages = {passed(), passed(), passed()};
-    std::vector<std::string> run;
-
-    static Stage passed() {
-        return [] { return TestResult::Passed; };
-    }
-    std::uint8_t runIntegerStage(const core::TestRunArguments&, const Device::Direct3DLock& access) override {
-        return stage(0, "integer", access);
-    }
-    std::uint8_t runFloatStage(const core::TestRunArguments&, const Device::Direct3DLock& access) override {
-        return stage(1, "float", access);
-    }
-    std::uint8_t runDoubleStage(const core::TestRunArguments&, const Device::Direct3DLock& access) override {
-        return stage(2, "double", access);
-    }
-
-private:
-    std::uint8_t stage(std::size_t number, const char* name, const Device::Direct3DLock& access) {
-        EXPECT_TRUE(access.slot()->device);
-        run.emplace_back(name);
-        return stages[number]();
-    }
-};
 
 TEST(MathOpSequence, RunsIntegersFloatsAndDoublesAndSaysNothing) {
     CardUnderTest card;
@@ -133,42 +96,6 @@ TEST(MathOpSequence, DoesNotReachADeviceThatIsGoneOrNoVideoCard) {
     card.arguments.device.reset();
     EXPECT_EQ(card.run(test), TestResult::DeviceUnavailable);
     EXPECT_THAT(card.reporter.events, IsEmpty());
-}
-
-TEST(MathOpSequence, DoesNotReachADeviceThatGoesBetweenItsTwoLooks) {
-    CardUnderTest card;
-    StagedTest test;
-    std::future<std::uint8_t> running;
-    {
-        const auto lock = card.device->lock();
-        running = std::async(std::launch::async, [&] { return card.run(test); });
-        // With the device in its hand, the test waits for the lock of its first look.
-        while (card.device.use_count() == 1) {
-            std::this_thread::yield();
-        }
-        card.device.reset();
-    }
-    EXPECT_EQ(running.get(), TestResult::DeviceUnavailable);
-    EXPECT_THAT(test.run, IsEmpty());
-    EXPECT_THAT(card.reporter.events, IsEmpty());
-}
-
-TEST(MathOpSequence, HoldsTheCardsLockInEveryStage) {
-    CardUnderTest card;
-    StagedTest test;
-    std::vector<std::future<void>> others;
-    for (auto& stage : test.stages) {
-        stage = [&] {
-            others.push_back(std::async(std::launch::async, [&] { const auto lock = card.device->lock(); }));
-            EXPECT_EQ(others.back().wait_for(std::chrono::milliseconds(20)), std::future_status::timeout);
-            return TestResult::Passed;
-        };
-    }
-    EXPECT_EQ(card.run(test), TestResult::Passed);
-    ASSERT_EQ(others.size(), 3U);
-    for (const auto& other : others) {
-        EXPECT_EQ(other.wait_for(std::chrono::seconds(10)), std::future_status::ready);
-    }
 }
 
 TEST(MathOpSequence, IsNotSupportedWithoutADirect3DDevice) {

@@ -47,7 +47,7 @@ TEST(AnimationRendererCalls, MakeEachObjectInOrder) {
             "CreateTexture2D({96, 64, 1, 1, 45, 1, 4.2949673e+09, 0, 64, 0, 0}, null) = texture#4",
             "CreateDepthStencilState({{0, 1, 2, 1, 255, 255}, {1, 7, 1, 8}, {1, 8, 1, 8}}) = depthState#1",
             "OMSetDepthStencilState(depthState#1, 1)",
-            "CreateDepthStencilView(texture#4, {45, 5, 0, 0}) = depthView#1",
+            "CreateDepthStencilView(texture#4, {45, 5, 0, 0, 0}) = depthView#1",
             "CreateRasterizerState({3, 3, 0, 0, 0, 0, 1, 0, 0, 0}) = rasterizerState#1",
             "RSSetState(rasterizerState#1)",
             "CreateBuffer({192, 2, 4, 65536, 0, 0}, " + matricesMark(96, 64) + ") = buffer#1",

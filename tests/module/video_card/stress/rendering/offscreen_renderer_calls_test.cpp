@@ -52,7 +52,7 @@ Lines creation(bool wireframe) {
         "CreateTexture2D({64, 48, 1, 1, 45, 1, 0, 0, 64, 0, 0}, null) = texture#3",
         "CreateDepthStencilState({{1, 1, 2, 1, 255, 255}, {1, 7, 1, 8}, {1, 8, 1, 8}}) = depthState#1",
         "OMSetDepthStencilState(depthState#1, 1)",
-        "CreateDepthStencilView(texture#3, {45, 5, 0, 0}) = depthView#1",
+        "CreateDepthStencilView(texture#3, {45, 5, 0, 0, 0}) = depthView#1",
         std::string("CreateRasterizerState({") + (wireframe ? "2" : "3") +
             ", 3, 1, 0, 0, 0, 1, 0, 0, 0}) = rasterizerState#1",
         "RSSetState(rasterizerState#1)",
