@@ -1,5 +1,6 @@
 #include "module/video_card/direct3d/dx11_reset_guard.h"
 #include "support/card_under_test.h"
+#include "support/lock_at_reset.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -63,12 +64,15 @@ TEST(Dx11ResetGuard, ActsWhenTheScopeIsLeftByAnException) {
 
 TEST(Dx11ResetGuard, HoldsTheCardsLockUntilTheNewDeviceIsThere) {
     CardUnderTest card;
+    const LockAtReset watch(card.device);
     std::unique_ptr<module::video_card::Dx11Context>* slot = nullptr;
     {
         const auto lock = card.device->lock();
         slot = &lock.slot();
         const Dx11ResetGuard guard(lock);
     }
+    EXPECT_THAT(watch.held(), ElementsAre(true));
+    EXPECT_TRUE(watch.isFreeAgain());
     const auto again = card.device->lock();
     EXPECT_EQ(&again.slot(), slot);
     EXPECT_TRUE(again.slot()->device);

@@ -2,6 +2,7 @@
 #include "module/video_card/direct3d/video_memory_test.h"
 #include "support/card_under_test.h"
 #include "support/grouping_locale.h"
+#include "support/lock_at_reset.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -315,6 +316,15 @@ TEST(VideoMemoryTest, GivesItsMemoryBackBeforeTheCardGetsItsNextDevice) {
     const ResetWatch watch(*card.card);
     EXPECT_EQ(card.run(test), TestResult::Passed);
     EXPECT_EQ(watch.used(), 0U);
+}
+
+TEST(VideoMemoryTest, HoldsTheCardsLockUntilItHasItsNextDevice) {
+    CardUnderTest card(setupWith(8 * mebibyte));
+    Dx11VideoMemoryTest test;
+    const LockAtReset watch(card.device);
+    EXPECT_EQ(card.run(test), TestResult::Passed);
+    EXPECT_THAT(watch.held(), ElementsAre(true));
+    EXPECT_TRUE(watch.isFreeAgain());
 }
 
 TEST(VideoMemoryTest, RunsAgainAndAgainOnFreshDevices) {

@@ -1,4 +1,7 @@
+#include "module/video_card/direct3d/direct3d_api.h"
+#include "module/video_card/direct3d/math_operations/math_op_test.h"
 #include "support/card_under_test.h"
+#include "support/lock_at_reset.h"
 #include "support/staged_math_op_test.h"
 
 #include <gmock/gmock.h>
@@ -17,7 +20,6 @@ namespace vexil::tests {
 namespace {
 
 using core::TestResult;
-using module::video_card::Device;
 using module::video_card::direct3dApi;
 using module::video_card::Direct3DApi;
 using module::video_card::Dx11Context;
@@ -155,6 +157,15 @@ TEST(MathOpLooks, HoldsTheCardsLockInEveryStage) {
     for (const auto& other : others) {
         EXPECT_EQ(other.wait_for(std::chrono::seconds(10)), std::future_status::ready);
     }
+}
+
+TEST(MathOpLooks, HoldTheCardsLockUntilItHasItsNextDevice) {
+    CardUnderTest card;
+    module::video_card::DirectComputeMathOpStandardTest test;
+    const LockAtReset watch(card.device);
+    EXPECT_EQ(card.run(test), TestResult::Passed);
+    EXPECT_THAT(watch.held(), ElementsAre(true));
+    EXPECT_TRUE(watch.isFreeAgain());
 }
 
 } // namespace

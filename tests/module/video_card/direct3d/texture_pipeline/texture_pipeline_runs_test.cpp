@@ -3,6 +3,7 @@
 #include "module/video_card/direct3d/texture_pipeline/pattern_quad_shaders.h"
 #include "module/video_card/direct3d/textured_quad_shaders.h"
 #include "support/card_under_test.h"
+#include "support/lock_at_reset.h"
 #include "support/plain_test.h"
 
 #include <gmock/gmock.h>
@@ -35,7 +36,10 @@ TEST(TexturePipeline, PassesAThousandImagesOnThisMachine) {
     CardUnderTest card;
     static_cast<void>(card.log->take());
     Dx11TexturePipelineTest test;
+    const LockAtReset watch(card.device);
     EXPECT_EQ(card.run(test), TestResult::Passed);
+    EXPECT_THAT(watch.held(), ElementsAre(true)) << "the lock is held until the card has its next device";
+    EXPECT_TRUE(watch.isFreeAgain());
 
     Lines progress;
     for (int pass = 0; pass < 1000; ++pass) {
