@@ -17,7 +17,7 @@ std::uint64_t D3D11StressTestBase::durationSeconds() const {
     // What the processor gives for a number that does not fit.
     constexpr auto noInteger = std::uint64_t{1} << 63;
     return seconds > -1.0F && seconds < 18446744073709551616.0F ? static_cast<std::uint64_t>(seconds)
-                                                               : noInteger;
+                                                                : noInteger;
 }
 
 } // namespace vexil::module::video_card
