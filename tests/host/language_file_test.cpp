@@ -22,7 +22,12 @@ constexpr std::array parameterKeys = {
     "WINDOW_SCREEN_SIZE", "WINDOW_SIZE_DESCRIPTION",
 };
 
-/// Every text constant of the module's header of keys, read from the header itself: a new one is not
+/// Words of the suite's in the same header, which stand as they are in every language.
+constexpr std::array words = {
+    "Nvidia", "AMD", ".dll", "Ghz", R"(Global\\{2194ABA1-BFFA-4e6b-8C26-D191BB16F9E6})",
+};
+
+/// Every other text constant of the module's header of keys, read from the header itself: a new one is not
 /// forgotten.
 std::set<std::string> keysOfTheHeader() {
     std::ifstream stream(VEXIL_SOURCE_DIR "/src/core/message_keys.h");
@@ -33,6 +38,9 @@ std::set<std::string> keysOfTheHeader() {
     std::set<std::string> keys;
     for (std::sregex_iterator match(header.begin(), header.end(), constant), end; match != end; ++match) {
         keys.insert((*match)[1]);
+    }
+    for (const char* word : words) {
+        EXPECT_EQ(keys.erase(word), 1U) << word;
     }
     return keys;
 }
