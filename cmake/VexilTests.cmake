@@ -35,7 +35,6 @@ set(VEXIL_SANITIZED_THREAD_TESTS
 set(VEXIL_SANITIZED_ADDRESS_TESTS
   ${VEXIL_SANITIZED_THREAD_TESTS}
   vexil_adapter_luids_tests
-  vexil_adl_loading_tests
   vexil_entry_tests
   vexil_kernel_graphics_tests
   vexil_module_lifetime_tests
