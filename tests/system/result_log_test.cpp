@@ -26,6 +26,15 @@ ResultRecord sampleRecord(const char* status) {
 
 class ResultLogTest : public testing::Test {
 protected:
+    void expectEmpty() {
+        records_.resize(3);
+        EXPECT_EQ(log_.read(records_), CimStatus::Success);
+        EXPECT_TRUE(records_.empty());
+        bool exhausted = true;
+        EXPECT_EQ(log_.readExhausted(exhausted), CimStatus::Success);
+        EXPECT_FALSE(exhausted);
+    }
+
     MemoryCim cim_;
     ResultLog log_{cim_};
     std::vector<ResultRecord> records_;
@@ -58,12 +67,7 @@ TEST_F(ResultLogTest, ReadsWhatItWroteTheOldestFirst) {
 }
 
 TEST_F(ResultLogTest, IsEmptyBeforeItsFirstRecord) {
-    records_.resize(3);
-    EXPECT_EQ(log_.read(records_), CimStatus::Success);
-    EXPECT_TRUE(records_.empty());
-    bool exhausted = true;
-    EXPECT_EQ(log_.readExhausted(exhausted), CimStatus::Success);
-    EXPECT_FALSE(exhausted);
+    expectEmpty();
     EXPECT_EQ(log_.clear(), CimStatus::Success);
     EXPECT_EQ(cim_.removed, L"") << "there is nothing to remove";
 }
@@ -71,12 +75,7 @@ TEST_F(ResultLogTest, IsEmptyBeforeItsFirstRecord) {
 TEST_F(ResultLogTest, IsEmptyInANamespaceWithoutItsClass) {
     cim_.hasNamespace = true;
     cim_.lacksClass = true;
-    records_.resize(3);
-    EXPECT_EQ(log_.read(records_), CimStatus::Success);
-    EXPECT_TRUE(records_.empty());
-    bool exhausted = true;
-    EXPECT_EQ(log_.readExhausted(exhausted), CimStatus::Success);
-    EXPECT_FALSE(exhausted);
+    expectEmpty();
     EXPECT_EQ(log_.append(sampleRecord("Passed")), CimStatus::Success);
     EXPECT_EQ(log_.read(records_), CimStatus::Success);
     EXPECT_EQ(records_.size(), 1U);

@@ -69,10 +69,31 @@ private:
     xcb_window_t root_;
 };
 
+/// From now on the server is the one of this process.
+testing::AssertionResult isShown(const tests::VirtualDisplay& display) {
+    if (!display.name()) {
+        return testing::AssertionFailure() << "Xvfb did not start";
+    }
+    setenv("DISPLAY", display.name()->c_str(), 1);
+    return testing::AssertionSuccess();
+}
+
+/// What is found on a server with a smaller monitor on the left and a larger one beside it.
+std::optional<DesktopRectangle> desktopOfTwoMonitors(bool rightIsPrimary) {
+    const tests::VirtualDisplay display("2304x1024x24");
+    if (const auto shown = isShown(display); !shown) {
+        ADD_FAILURE() << shown.message();
+        return std::nullopt;
+    }
+    MonitorLayout layout(*display.name());
+    EXPECT_TRUE(layout.define("left", false, 1024, 768));
+    EXPECT_TRUE(layout.define("right", rightIsPrimary, 1280, 1024));
+    return findDesktop();
+}
+
 TEST(DesktopRectangle, IsThatOfTheXServersScreenAndBoundsTheSizesOfWindows) {
     const tests::VirtualDisplay display("1280x1024x24");
-    ASSERT_TRUE(display.name().has_value()) << "Xvfb did not start";
-    setenv("DISPLAY", display.name()->c_str(), 1);
+    ASSERT_TRUE(isShown(display));
     const auto desktop = findDesktop();
     ASSERT_TRUE(desktop.has_value());
     EXPECT_EQ(desktop->left, 0);
@@ -85,13 +106,7 @@ TEST(DesktopRectangle, IsThatOfTheXServersScreenAndBoundsTheSizesOfWindows) {
 }
 
 TEST(DesktopRectangle, IsThatOfThePrimaryMonitorOfSeveral) {
-    const tests::VirtualDisplay display("2304x1024x24");
-    ASSERT_TRUE(display.name().has_value()) << "Xvfb did not start";
-    setenv("DISPLAY", display.name()->c_str(), 1);
-    MonitorLayout layout(*display.name());
-    ASSERT_TRUE(layout.define("left", false, 1024, 768));
-    ASSERT_TRUE(layout.define("right", true, 1280, 1024));
-    const auto desktop = findDesktop();
+    const auto desktop = desktopOfTwoMonitors(true);
     ASSERT_TRUE(desktop.has_value());
     EXPECT_EQ(desktop->left, 0);
     EXPECT_EQ(desktop->top, 0);
@@ -100,13 +115,7 @@ TEST(DesktopRectangle, IsThatOfThePrimaryMonitorOfSeveral) {
 }
 
 TEST(DesktopRectangle, IsThatOfTheFirstMonitorWhereNoneIsPrimary) {
-    const tests::VirtualDisplay display("2304x1024x24");
-    ASSERT_TRUE(display.name().has_value()) << "Xvfb did not start";
-    setenv("DISPLAY", display.name()->c_str(), 1);
-    MonitorLayout layout(*display.name());
-    ASSERT_TRUE(layout.define("left", false, 1024, 768));
-    ASSERT_TRUE(layout.define("right", false, 1280, 1024));
-    const auto desktop = findDesktop();
+    const auto desktop = desktopOfTwoMonitors(false);
     ASSERT_TRUE(desktop.has_value());
     EXPECT_EQ(desktop->right, 1024);
     EXPECT_EQ(desktop->bottom, 768);

@@ -27,17 +27,23 @@ using module::video_card::exchangeDirect3DApi;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
+/// Starts a run beside the caller, who holds the card's lock, and returns when it waits for that: past its
+/// first look for a stop, with the device in its hand.
+std::future<std::uint8_t> startRun(CardUnderTest& card, StagedTest& test) {
+    auto running = std::async(std::launch::async, [&] { return card.run(test); });
+    while (card.device.use_count() == 1) {
+        std::this_thread::yield();
+    }
+    return running;
+}
+
 TEST(MathOpLooks, DoesNotReachADeviceThatGoesBetweenItsTwoLooks) {
     CardUnderTest card;
     StagedTest test;
     std::future<std::uint8_t> running;
     {
         const auto lock = card.device->lock();
-        running = std::async(std::launch::async, [&] { return card.run(test); });
-        // With the device in its hand, the test waits for the lock of its first look.
-        while (card.device.use_count() == 1) {
-            std::this_thread::yield();
-        }
+        running = startRun(card, test);
         card.device.reset();
     }
     EXPECT_EQ(running.get(), TestResult::DeviceUnavailable);
@@ -51,11 +57,7 @@ TEST(MathOpLooks, StopsBetweenItsLookAndTheFirstStageAndResetsTheDevice) {
     std::future<std::uint8_t> running;
     {
         const auto lock = card.device->lock();
-        running = std::async(std::launch::async, [&] { return card.run(test); });
-        // With the device in its hand, the test is past its first look for a stop.
-        while (card.device.use_count() == 1) {
-            std::this_thread::yield();
-        }
+        running = startRun(card, test);
         card.cancel = 1;
     }
     EXPECT_EQ(running.get(), TestResult::NotCompleted);
@@ -100,10 +102,7 @@ std::uint8_t runBesideATaker(CardUnderTest& card, StagedTest& test) {
     std::future<void> taking;
     {
         const auto lock = card.device->lock();
-        running = std::async(std::launch::async, [&] { return card.run(test); });
-        while (card.device.use_count() == 1) {
-            std::this_thread::yield();
-        }
+        running = startRun(card, test);
         taking = std::async(std::launch::async, [&] { taken = std::move(card.device->lock().slot()); });
         // The end of the run's first look wakes the taker only if it sleeps in front of the lock by then.
         std::this_thread::sleep_for(std::chrono::microseconds(100));
